@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+#include "irc/connection.h"
+
+#include "irc/ircmessage.h"
+#include "irc/ircmode.h"
+
+#include <QTextStream>
+
+namespace {
+
+constexpr int defaultPort = 6667;
+constexpr QChar ctcpMark(1);
+
+QString word(QTextStream &args)
+{
+    QString text;
+    args >> text;
+    return text;
+}
+
+/// All that is left, without the white space in front of it.
+QString rest(QTextStream &args)
+{
+    args.skipWhiteSpace();
+    return args.readLine();
+}
+
+} // namespace
+
+connection::connection()
+{
+    connect(&socket, &socket::readyLine, this, &connection::readSocket);
+    connect(&socket, &socket::connected, this, &connection::login);
+    connect(&socket, &socket::disconnected, this, &connection::socketDisconnect);
+}
+
+// --- the connection
+// -------------------------------------------------------------------------------------------
+
+void connection::connectToServer(const QString &host, int port, const QString &nick, const QString &user,
+                                 const QString &realname)
+{
+    if (nick.isEmpty()) {
+        Q_EMIT errormsg(QStringLiteral("Please specify a nickname with /nick"));
+        return;
+    }
+    identity.setNick(nick);
+    identity.setUser(user.isEmpty() ? QStringLiteral("parlo") : user);
+    identity.setRealname(realname.isEmpty() ? QStringLiteral("Parlo Pocket Chat") : realname);
+    if (host.isEmpty()) {
+        Q_EMIT errormsg(QStringLiteral("Please specify a server"));
+        return;
+    }
+    server = host;
+    Q_EMIT debug(QStringLiteral("Connecting to Server..."));
+    socket.connectToHost(server, static_cast<quint16>(port == 0 ? defaultPort : port));
+}
+
+void connection::login()
+{
+    Q_EMIT debug(QStringLiteral("Connected, Logging in..."));
+    socket.sendLine(u"USER " + identity.user() + u" HOSTNAME " + server + u" :" + identity.realname());
+    socket.sendLine(u"NICK " + identity.nick());
+    if (!channels.isEmpty())
+        socket.sendLine(u"JOIN " + channels.join(u','));
+    loggedIn = true;
+    welcomed = false;
+}
+
+void connection::readSocket()
+{
+    while (socket.canReadLine()) {
+        const QString line = QString::fromLatin1(socket.readLine());
+        Q_EMIT gotRawLine(line);
+        parseLine(line);
+    }
+}
+
+void connection::socketDisconnect()
+{
+    loggedIn = false;
+    registered = false;
+    m_serverName = QLatin1String("");
+    Q_EMIT disconnected();
+}
+
+// --- lines from the server
+// --------------------------------------------------------------------------------------
+
+struct connection::reply
+{
+    QLatin1StringView command;
+    void (connection::*handle)(ircmessage *);
+};
+
+// A signal is a member function: what needs no work of ours goes straight out.
+const connection::reply connection::replies[] = {
+    {QLatin1StringView("001"), &connection::handleWelcome},
+    {QLatin1StringView("PING"), &connection::handlePing},
+    {QLatin1StringView("PRIVMSG"), &connection::handlePrivmsg},
+    {QLatin1StringView("NOTICE"), &connection::handleNotice},
+    {QLatin1StringView("JOIN"), &connection::join},
+    {QLatin1StringView("PART"), &connection::part},
+    {QLatin1StringView("QUIT"), &connection::quit},
+    {QLatin1StringView("353"), &connection::handleNames},
+    {QLatin1StringView("366"), &connection::handleEndOfNames},
+    {QLatin1StringView("MODE"), &connection::handleMode},
+    {QLatin1StringView("NICK"), &connection::handleNick},
+    {QLatin1StringView("KICK"), &connection::kick},
+};
+
+void connection::parseLine(const QString &line)
+{
+    ircmessage msg(line);
+    for (const reply &r : replies) {
+        if (msg.command() == r.command)
+            return (this->*r.handle)(&msg);
+    }
+    Q_EMIT message(&msg);
+}
+
+void connection::handleWelcome(ircmessage *msg)
+{
+    // The server may have cut our nick, or we took another one before the welcome: its word holds.
+    const QString welcomedNick = msg->param(0, true);
+    if (!welcomed && !welcomedNick.isEmpty())
+        identity.setNick(welcomedNick);
+    welcomed = true;
+    m_serverName = msg->prefix()->nick();
+    registered = true;
+    Q_EMIT message(msg);
+}
+
+void connection::handlePing(ircmessage *msg)
+{
+    Q_EMIT debug(QStringLiteral("PING? PONG!"));
+    socket.sendLine(u"PONG " + msg->param(0, false));
+}
+
+void connection::handlePrivmsg(ircmessage *msg)
+{
+    Q_EMIT msg->isCtcp() ? ctcp(msg) : privmsg(msg);
+}
+
+void connection::handleNotice(ircmessage *msg)
+{
+    Q_EMIT msg->isCtcp() ? ctcpnotice(msg) : notice(msg);
+}
+
+void connection::handleNames(ircmessage *msg)
+{
+    QStringList names;
+    for (int i = 3; i < msg->paramCount(); ++i) {
+        names.append(msg->param(i, true));
+        Q_EMIT debug(u"name: " + names.last());
+    }
+    Q_EMIT rpl_namreply(msg->param(2, false), &names);
+}
+
+void connection::handleEndOfNames(ircmessage *msg)
+{
+    Q_EMIT rpl_endofnames(msg->param(1, false));
+}
+
+void connection::handleMode(ircmessage *msg)
+{
+    ircmode all(*msg);
+    Q_EMIT modes(&all);
+    const QString where = u" on " + all.target() + u" by " + all.who()->nick();
+    Q_EMIT debug(u"Got modes: " + all.modes() + u' ' + all.args() + where);
+
+    const QString front = u':' + msg->prefix()->nick() + u" MODE " + all.target() + u' ';
+    // RFC 1459, 4.2.3.1: only on a channel do letters take arguments.
+    const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
+    QChar sign = u'+';
+    int next = 0;
+    for (const QChar c : all.modes()) {
+        if (c == u'+' || c == u'-') {
+            sign = c;
+            continue;
+        }
+        const bool takesArgument = withArgument.contains(c);
+        const QString argument = takesArgument ? all.arg(next++) : QString();
+        ircmode one(ircmessage(front + sign + c + u' ' + argument));
+        Q_EMIT mode(&one);
+        Q_EMIT debug(u"Got mode: +" + QString(c) + (takesArgument ? u' ' + argument : QString()) + where);
+    }
+}
+
+void connection::handleNick(ircmessage *msg)
+{
+    const QString oldNick = msg->prefix()->nick();
+    const QString newNick = msg->param(0, true);
+    if (oldNick == identity.nick())
+        identity.setNick(newNick);
+    Q_EMIT nick(msg);
+    Q_EMIT debug(u"Got nick change - " + oldNick + u" -> " + newNick);
+}
+
+bool connection::isChannel(const QString &name)
+{
+    return name.startsWith(u'#') || name.startsWith(u'&');
+}
+
+// --- lines from the user
+// ----------------------------------------------------------------------------------------
+
+struct connection::command
+{
+    QLatin1StringView word;
+    void (connection::*act)(QTextStream &args, const QString &target);
+};
+
+const connection::command connection::commands[] = {
+    {QLatin1StringView("SERVER"), &connection::serverCommand},
+    {QLatin1StringView("QUIT"), &connection::quitCommand},
+    {QLatin1StringView("QUOTE"), &connection::quoteCommand},
+    {QLatin1StringView("MSG"), &connection::msgCommand},
+    {QLatin1StringView("JOIN"), &connection::joinCommand},
+    {QLatin1StringView("PART"), &connection::partCommand},
+    {QLatin1StringView("MODE"), &connection::modeCommand},
+    {QLatin1StringView("NICK"), &connection::nickCommand},
+    {QLatin1StringView("KICK"), &connection::kickCommand},
+    {QLatin1StringView("CTCP"), &connection::ctcpCommand},
+    {QLatin1StringView("ME"), &connection::meCommand},
+};
+
+void connection::userCommand(const QString &text, const QString &target)
+{
+    QString line = text.startsWith(u'/') ? text.mid(1) : text;
+    QTextStream args(&line, QIODevice::ReadOnly);
+    const QString name = word(args).toUpper();
+    Q_EMIT debug(u"Got command: " + name);
+    for (const command &c : commands) {
+        if (name == c.word)
+            return (this->*c.act)(args, target);
+    }
+}
+
+void connection::serverCommand(QTextStream &args, const QString & /*target*/)
+{
+    const QString host = word(args);
+    int port = 0;
+    args.setIntegerBase(10); // a leading 0 is no octal number to a user
+    args >> port;
+    connectToServer(host, port, identity.nick(), identity.user(), identity.realname());
+}
+
+void connection::quitCommand(QTextStream &args, const QString & /*target*/)
+{
+    socket.sendLine(u"QUIT :" + rest(args));
+}
+
+void connection::quoteCommand(QTextStream &args, const QString & /*target*/)
+{
+    socket.sendLine(rest(args));
+}
+
+void connection::msgCommand(QTextStream &args, const QString & /*target*/)
+{
+    const QString to = word(args);
+    sendPrivmsg(to, rest(args));
+}
+
+void connection::joinCommand(QTextStream &args, const QString & /*target*/)
+{
+    socket.sendLine(u"JOIN :" + rest(args));
+}
+
+void connection::partCommand(QTextStream &args, const QString &target)
+{
+    if (!isChannel(target))
+        return;
+    const QString channel = word(args);
+    if (channel.isEmpty())
+        socket.sendLine(u"PART " + target + u" :");
+    else
+        socket.sendLine(u"PART " + channel + u" :" + rest(args));
+}
+
+void connection::modeCommand(QTextStream &args, const QString & /*target*/)
+{
+    socket.sendLine(u"MODE " + rest(args));
+}
+
+void connection::nickCommand(QTextStream &args, const QString & /*target*/)
+{
+    const QString newNick = rest(args);
+    if (loggedIn)
+        socket.sendLine(u"NICK " + newNick);
+    else
+        identity.setNick(newNick);
+}
+
+void connection::kickCommand(QTextStream &args, const QString &target)
+{
+    if (!isChannel(target))
+        return;
+    const QString victim = word(args);
+    const QString line = u"KICK " + target + u' ' + victim + u" :" + rest(args);
+    Q_EMIT debug(line);
+    socket.sendLine(line);
+}
+
+void connection::ctcpCommand(QTextStream &args, const QString & /*target*/)
+{
+    const QString to = word(args);
+    sendCtcp(to, rest(args));
+}
+
+void connection::meCommand(QTextStream &args, const QString &target)
+{
+    sendCtcp(target, u"ACTION " + rest(args));
+}
+
+void connection::sendPrivmsg(const QString &target, const QString &text)
+{
+    socket.sendLine(u"PRIVMSG " + target + u" :" + text);
+}
+
+void connection::sendCtcp(const QString &target, const QString &text)
+{
+    sendPrivmsg(target, ctcpMark + text + ctcpMark);
+}
+
+void connection::sendCtcpReply(const QString &target, const QString &text)
+{
+    socket.sendLine(u"NOTICE " + target + u" :" + ctcpMark + text + ctcpMark);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "irc/ircuser.h"
+
+/// A user as a member of one channel: who it is, and the ranks that it holds there.
+class ircchanneluser : public ircuser
+{
+public:
+    ircchanneluser() = default;
+
+    /// `prefixes` are the rank characters of a NAMES reply (RFC 2812, 353): "@", "%", "+", in any order.
+    ircchanneluser(const QString &mask, const QString &prefixes);
+
+    bool isOp() const { return op; }
+    bool isHalfop() const { return halfop; }
+    bool isVoice() const { return voice; }
+    void setOp() { op = true; }
+    void setHalfop() { halfop = true; }
+    void setVoice() { voice = true; }
+    void removeOp() { op = false; }
+    void removeHalfop() { halfop = false; }
+    void removeVoice() { voice = false; }
+
+    /// The same nick; ranks do not count.
+    friend bool operator==(const ircchanneluser &a, const ircchanneluser &b) { return a.key() == b.key(); }
+    /// The order of a roster: operators, half-operators, voiced, the rest; within a rank by nick.
+    friend bool operator<(const ircchanneluser &a, const ircchanneluser &b);
+
+private:
+    bool op = false;
+    bool halfop = false;
+    bool voice = false;
+};
+Q_DECLARE_TYPEINFO(ircchanneluser, Q_RELOCATABLE_TYPE);

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "irc/ircmessage.h"
+
+namespace {
+
+constexpr QChar ctcpMark(1);
+
+/// Cuts words off the front of a line. As in a QTextStream, a word ends before the white space that follows
+/// it, so a line with white space after its last word holds one more word, which is empty.
+class wordreader
+{
+public:
+    explicit wordreader(QStringView line) : rest(line) {}
+
+    bool atEnd() const { return rest.isEmpty(); }
+
+    QString next()
+    {
+        qsizetype start = 0;
+        while (start < rest.size() && rest[start].isSpace())
+            ++start;
+        qsizetype end = start;
+        while (end < rest.size() && !rest[end].isSpace())
+            ++end;
+        const QString word = rest.sliced(start, end - start).toString();
+        rest = rest.sliced(end);
+        return word;
+    }
+
+private:
+    QStringView rest;
+};
+
+} // namespace
+
+ircmessage::ircmessage(QString line)
+{
+    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
+        line.chop(1);
+    wordreader words(line);
+    m_command = words.next();
+    if (m_command.startsWith(u':')) {
+        m_prefix = ircuser(m_command);
+        m_command = words.next();
+    }
+    while (!words.atEnd())
+        params.append(words.next());
+    detectCtcp();
+}
+
+void ircmessage::detectCtcp()
+{
+    if (m_command.compare(u"privmsg", Qt::CaseInsensitive) != 0 &&
+        m_command.compare(u"notice", Qt::CaseInsensitive) != 0)
+        return;
+    if (paramCount() < 2 || !params.last().endsWith(ctcpMark))
+        return;
+    if (!paramsFrom(1, true).startsWith(ctcpMark))
+        return;
+    params[1].remove(ctcpMark);
+    params.last().remove(ctcpMark);
+    ctcp = true;
+}
+
+QString ircmessage::param(int i, bool stripColon) const
+{
+    if (i < 0 || i >= paramCount())
+        return {};
+    QString word = params.at(i);
+    if (stripColon)
+        ircmessage::stripColon(word);
+    return word;
+}
+
+QString ircmessage::joinParams(int from, int count, bool stripColon) const
+{
+    QString joined;
+    bool colonRemoved = !stripColon;
+    for (int i = from; i < from + count; ++i) {
+        QString word = param(i, false);
+        if (!colonRemoved)
+            colonRemoved = ircmessage::stripColon(word);
+        if (i > from)
+            joined += u' ';
+        joined += word;
+    }
+    return joined;
+}
+
+QString ircmessage::paramsFrom(int from, bool stripColon) const
+{
+    return joinParams(from, paramCount() - from, stripColon);
+}
+
+bool ircmessage::stripColon(QString &s)
+{
+    if (!s.startsWith(u':'))
+        return false;
+    s.remove(0, 1);
+    return true;
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "irc/ircuser.h"
+
+#include <QStringList>
+
+/// One line from the server, cut into sender, command and words (RFC 1459, 2.3.1).
+///
+/// The trailing parameter is cut at white space like all others and its first word keeps the ":";
+/// paramsFrom() puts it together again, with single spaces. Any text gives a message: there are no errors,
+/// and a word that is missing reads as an empty string.
+class ircmessage
+{
+public:
+    /// Cuts `line`, with or without its line end. The text of a CTCP message (a PRIVMSG or NOTICE between two
+    /// U+0001) loses those two characters, and isCtcp() is true.
+    explicit ircmessage(QString line);
+
+    /// The sender; empty when the line had none. Never null; lives as long as the message.
+    ircuser *prefix() { return &m_prefix; }
+    const ircuser *prefix() const { return &m_prefix; }
+    /// The command word or three-digit reply, as received.
+    QString command() const { return m_command; }
+    bool isCtcp() const { return ctcp; }
+
+    int paramCount() const { return static_cast<int>(params.size()); }
+    /// Word `i` after the command, without its leading ":" where `stripColon` says so.
+    QString param(int i, bool stripColon) const;
+    /// `count` words from word `from` on, joined by one space. With `stripColon` the first word that starts
+    /// with
+    /// ":" loses it; later ones keep theirs.
+    QString joinParams(int from, int count, bool stripColon) const;
+    QString allParams(bool stripColon) const { return joinParams(0, paramCount(), stripColon); }
+    QString paramsFrom(int from, bool stripColon) const;
+
+    /// Takes one leading ":" off `s`; false when there is none.
+    static bool stripColon(QString &s);
+
+private:
+    void detectCtcp();
+
+    ircuser m_prefix;
+    QString m_command;
+    QStringList params;
+    bool ctcp = false;
+};

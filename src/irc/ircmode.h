@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "irc/ircuser.h"
+
+#include <QStringList>
+
+class ircmessage;
+
+/// One mode change (RFC 1459, 4.2.3): who changes which modes of which channel or nick, with which arguments.
+class ircmode
+{
+public:
+    /// Reads a MODE line, or one of the same shape. Every word of it loses one leading ":", but for the
+    /// target.
+    explicit ircmode(const ircmessage &m);
+
+    /// The user who set the mode: a nick alone, without user and host. Never null.
+    ircuser *who() { return &m_who; }
+    const ircuser *who() const { return &m_who; }
+    QString target() const { return m_target; }
+    /// The sign and the letters, such as "+o" or "+ov-v".
+    QString modes() const { return m_modes; }
+    /// Argument `i`; empty when there is none.
+    QString arg(int i) const { return m_args.value(i); }
+    /// All arguments, joined by one space.
+    QString args() const { return m_args.join(u' '); }
+
+private:
+    ircuser m_who;
+    QString m_target;
+    QString m_modes;
+    QStringList m_args;
+};

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "irc/ircuser.h"
+
+ircuser::ircuser(QString mask)
+{
+    if (mask.startsWith(u':'))
+        mask.remove(0, 1);
+    const qsizetype bang = mask.indexOf(u'!');
+    if (bang < 0) {
+        setNick(mask);
+        return;
+    }
+    const qsizetype at = mask.indexOf(u'@', bang);
+    setNick(mask.left(bang));
+    m_user = mask.mid(bang + 1, at < 0 ? -1 : at - bang - 1);
+    if (at >= 0)
+        m_host = mask.mid(at + 1);
+}
+
+void ircuser::setNick(const QString &nick)
+{
+    m_nick = nick;
+    m_key = nick.toLower();
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "irc/socket.h"
+
+#include <QSignalBlocker>
+
+socket::socket()
+{
+    connect(this, &QTcpSocket::readyRead, this, &socket::dataReady);
+}
+
+socket::~socket()
+{
+    drop();
+}
+
+void socket::connectToHost(const QString &host, quint16 port, OpenMode mode, NetworkLayerProtocol protocol)
+{
+    drop();
+    QTcpSocket::connectToHost(host, port, mode, protocol);
+}
+
+void socket::sendLine(QString line)
+{
+    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
+        line.chop(1);
+    write(line.toLatin1() + "\r\n");
+}
+
+void socket::dataReady()
+{
+    if (canReadLine())
+        Q_EMIT readyLine();
+}
+
+void socket::drop()
+{
+    const QSignalBlocker silence(this);
+    abort();
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTcpSocket>
+
+/// The TCP connection to the server as a stream of Latin-1 text lines.
+///
+/// The C library has a function of this name: where its header is in sight, say `class socket`.
+class socket : public QTcpSocket
+{
+    Q_OBJECT
+
+public:
+    socket();
+    ~socket() override;
+
+    /// Connects, again if need be: an earlier connection ends at once and in silence, and what it had sent
+    /// but was not yet read is gone. (QAbstractSocket itself would warn and do nothing.)
+    void connectToHost(const QString &host, quint16 port, OpenMode mode = ReadWrite,
+                       NetworkLayerProtocol protocol = AnyIPProtocol) override;
+
+    /// Writes one protocol line: `line` without its line ends, as Latin-1, then CR LF. Characters that
+    /// Latin-1 does not have leave as "?". The state of the connection is not looked at.
+    void sendLine(QString line);
+
+Q_SIGNALS:
+    /// One whole line or more can be read. Comes once for each arrival of bytes: read them all.
+    void readyLine();
+
+public Q_SLOTS:
+    void dataReady();
+
+private:
+    void drop();
+};
