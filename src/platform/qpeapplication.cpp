@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qpeapplication.h"
+
+#include <QScreen>
+#include <QWidget>
+
+namespace {
+
+/// No more pixels than this in one direction: a handheld.
+constexpr int handheldSide = 640;
+constexpr QSize desktopSize(480, 640);
+
+/// Whether windows have this screen to themselves: it is small, or nothing manages windows on it.
+bool isHandheld(const QScreen &screen)
+{
+    const QSize size = screen.size();
+    const QString platform = QGuiApplication::platformName();
+    return qMin(size.width(), size.height()) <= handheldSide || platform == u"linuxfb" ||
+           platform.startsWith(u"eglfs");
+}
+
+} // namespace
+
+QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv) {}
+
+void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
+{
+    const QScreen &screen = *window->screen();
+    if (!noMaximize && isHandheld(screen)) {
+        window->setGeometry(screen.availableGeometry());
+        window->showMaximized();
+        return;
+    }
+    window->resize(desktopSize.boundedTo(screen.availableSize()));
+    window->show();
+}

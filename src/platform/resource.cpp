@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "platform/resource.h"
+
+#include <QtGlobal>
+
+// A static library's resources must be named once, or the linker leaves them out (Qt: The Qt Resource
+// System). Q_INIT_RESOURCE must stand outside of any namespace.
+static void initResources()
+{
+    Q_INIT_RESOURCE(parlo);
+}
+
+QPixmap Resource::loadPixmap(const QString &name)
+{
+    initResources();
+    return QPixmap(u":/" + name + u".png");
+}

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "setup/connectbox.h"
+
+#include "platform/box.h"
+#include "platform/config.h"
+#include "setup/presetbox.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int quickPort = 6667;
+
+QString configName()
+{
+    return QStringLiteral("parlo");
+}
+
+QString quickGroup()
+{
+    return QStringLiteral("QuickConnect");
+}
+
+} // namespace
+
+connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *channels)
+    : nickOut(nick), serverOut(server), portOut(port), channelsOut(channels)
+{
+    setObjectName(QStringLiteral("foo"));
+    setModal(true);
+    setWindowTitle(QStringLiteral("Connect to IRC Server"));
+
+    mainBox = new QWidget(this);
+    mainBox->setMinimumSize(200, 150);
+    box<QVBoxLayout>(this)->addWidget(mainBox);
+    auto *mainColumn = box<QVBoxLayout>(mainBox);
+    pages = new QTabWidget(mainBox);
+    mainColumn->addWidget(pages);
+    connectButton = new QPushButton(tr("Connect"), mainBox);
+    mainColumn->addWidget(connectButton);
+    connect(connectButton, &QPushButton::clicked, this, &connectbox::ConnectButtonPush);
+
+    presetPage = new QWidget(pages);
+    auto *presetRow = box<QHBoxLayout>(presetPage);
+    presetList = new QListWidget(presetPage);
+    presetRow->addWidget(presetList);
+    presetButtons = new QWidget(presetPage);
+    presetRow->addWidget(presetButtons);
+    auto *buttonColumn = box<QVBoxLayout>(presetButtons);
+    addButton = new QPushButton(tr("Add"), presetButtons);
+    connect(addButton, &QPushButton::clicked, this, &connectbox::addPreset);
+    editButton = new QPushButton(tr("Edit"), presetButtons);
+    connect(editButton, &QPushButton::clicked, this, &connectbox::editPreset);
+    delButton = new QPushButton(tr("Del"), presetButtons);
+    connect(delButton, &QPushButton::clicked, this, &connectbox::delPreset);
+    // Every button of a dialog would answer Return by itself; here Return means "Connect" alone.
+    for (QPushButton *button : {addButton, editButton, delButton}) {
+        button->setAutoDefault(false);
+        buttonColumn->addWidget(button);
+    }
+    connectButton->setDefault(true);
+    pages->addTab(presetPage, tr("Presets"));
+
+    quickPage = new QWidget(pages);
+    auto *quickColumn = box<QVBoxLayout>(quickPage);
+    quickGrid = new QWidget(quickPage);
+    quickColumn->addWidget(quickGrid, 0, Qt::AlignTop);
+    auto *grid = box<QGridLayout>(quickGrid);
+    grid->setSpacing(5);
+    grid->addWidget(new QLabel(tr("Nick:"), quickGrid), 0, 0);
+    nickEdit = new QLineEdit(quickGrid);
+    grid->addWidget(nickEdit, 0, 1);
+    connect(nickEdit, &QLineEdit::textChanged, this, &connectbox::setNick);
+    grid->addWidget(new QLabel(tr("Server:"), quickGrid), 1, 0);
+    serverEdit = new QLineEdit(quickGrid);
+    grid->addWidget(serverEdit, 1, 1);
+    connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
+    pages->addTab(quickPage, tr("Quick"));
+
+    loadSettings();
+    fillPresetList();
+    nickEdit->setText(*nickOut);
+    serverEdit->setText(*serverOut);
+}
+
+void connectbox::setNick(const QString &text)
+{
+    *nickOut = text;
+}
+
+void connectbox::setServer(const QString &text)
+{
+    *serverOut = text;
+}
+
+void connectbox::ConnectButtonPush()
+{
+    accept();
+}
+
+void connectbox::accept()
+{
+    const QWidget *page = pages->currentWidget();
+    if (page == quickPage ? checkQuickConnect() : takePreset())
+        done(Accepted);
+}
+
+bool connectbox::checkQuickConnect()
+{
+    const auto refuse = [this](const QString &why) {
+        QMessageBox::information(this, QStringLiteral("Parlo"), why);
+        return false;
+    };
+    if (nickOut->isEmpty())
+        return refuse(tr("You must specify a nickname"));
+    if (nickOut->contains(u' '))
+        return refuse(tr("You can't have a space in your nick"));
+    if (serverOut->isEmpty())
+        return refuse(tr("You must specify an IRC server"));
+    if (serverOut->contains(u' '))
+        return refuse(tr("You can't have a space\nin the server name"));
+    Config config(configName());
+    config.setGroup(quickGroup());
+    config.writeEntry(QStringLiteral("Nick"), *nickOut);
+    config.writeEntry(QStringLiteral("Server"), *serverOut);
+    *portOut = quickPort;
+    return true;
+}
+
+bool connectbox::takePreset()
+{
+    const int i = currentItem();
+    if (i < 0)
+        return false;
+    const preset &chosen = presets.at(i);
+    *nickOut = chosen.nick;
+    *serverOut = chosen.server;
+    *portOut = static_cast<int>(chosen.port);
+    *channelsOut = chosen.channels;
+    return true;
+}
+
+void connectbox::loadSettings()
+{
+    Config config(configName());
+    config.setGroup(quickGroup());
+    *nickOut = config.readEntry(QStringLiteral("Nick"), preset::defaultNick());
+    *serverOut = config.readEntry(QStringLiteral("Server"), preset::defaultServer());
+    presets = preset::load(configName());
+}
+
+void connectbox::fillPresetList()
+{
+    presetList->clear();
+    for (const preset &p : std::as_const(presets))
+        presetList->addItem(p.name);
+}
+
+void connectbox::savePresets()
+{
+    preset::save(configName(), presets);
+}
+
+int connectbox::currentItem() const
+{
+    const QList<QListWidgetItem *> selected = presetList->selectedItems();
+    return selected.isEmpty() ? -1 : presetList->row(selected.first());
+}
+
+void connectbox::runEditor(bool adding)
+{
+    presetbox editor(&presets, currentItem(), adding, this);
+    if (editor.exec() == Rejected) {
+        qWarning("Canceled");
+        return;
+    }
+    savePresets();
+    fillPresetList();
+}
+
+void connectbox::addPreset()
+{
+    runEditor(true);
+}
+
+void connectbox::editPreset()
+{
+    if (currentItem() >= 0)
+        runEditor(false);
+}
+
+void connectbox::delPreset()
+{
+    const int i = currentItem();
+    if (i < 0)
+        return;
+    presets.removeAt(i);
+    savePresets();
+    fillPresetList();
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "setup/preset.h"
+
+#include <QDialog>
+
+class QGridLayout;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+/// The editor of one preset, modal: "Add Preset" or "Edit Preset".
+///
+/// Accepted, it has changed the list that it was given; nothing is written to the settings file here.
+class presetbox : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Edits entry `index` of `presets`, or adds one in front of it (at the end for -1). The list must
+    /// outlive the editor.
+    presetbox(QList<preset> *presets, int index, bool adding, QWidget *parent = nullptr);
+
+public Q_SLOTS:
+    /// Takes the fields over and closes, or says which one is wrong and stays.
+    void accept() override;
+
+private:
+    QLineEdit *addRow(const QString &label, const QString &text);
+    QLineEdit *addMissingRow(const QString &label);
+    /// What is wrong with the fields; empty when nothing is.
+    QString complaint() const;
+
+    QList<preset> *presets;
+    int index;
+    bool adding;
+    QWidget *formBox;
+    QGridLayout *formGrid;
+    QLineEdit *nameEdit;
+    QLineEdit *nickEdit;
+    QLineEdit *altNickEdit;
+    QLineEdit *serverEdit;
+    QLineEdit *portEdit;
+    QLineEdit *passwordEdit;
+    QLineEdit *channelsEdit;
+    QPlainTextEdit *performEdit;
+    QWidget *buttonBox;
+    QPushButton *okButton;
+    QPushButton *cancelButton;
+};
