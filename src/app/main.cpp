@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include "app/parlo.h"
+#include "platform/qpeapplication.h"
+
+int main(int argc, char **argv)
+{
+    QPEApplication app(argc, argv, QPEApplication::GuiClient);
+    parlo window;
+    QPEApplication::showMainWidget(&window, false);
+    QPEApplication::exec();
+    return 0;
+}

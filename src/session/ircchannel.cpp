@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "session/ircchannel.h"
+
+#include "irc/ircmode.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+struct rankchange
+{
+    QLatin1StringView modes;
+    void (ircchanneluser::*apply)();
+};
+
+constexpr rankchange rankChanges[] = {
+    {QLatin1StringView("+o"), &ircchanneluser::setOp},
+    {QLatin1StringView("-o"), &ircchanneluser::removeOp},
+    {QLatin1StringView("+v"), &ircchanneluser::setVoice},
+    {QLatin1StringView("-v"), &ircchanneluser::removeVoice},
+    {QLatin1StringView("+h"), &ircchanneluser::setHalfop},
+    {QLatin1StringView("-h"), &ircchanneluser::removeHalfop},
+};
+
+bool isRank(QChar c)
+{
+    return c == u'@' || c == u'%' || c == u'+';
+}
+
+} // namespace
+
+ircchannel::ircchannel(const QString &name) : m_channelName(name) {}
+
+const ircchanneluser *ircchannel::findUser(const QString &nick) const
+{
+    const qsizetype i = m_roster.find(nick);
+    return i < 0 ? nullptr : &m_roster.at(i);
+}
+
+void ircchannel::join(const ircuser *u)
+{
+    m_roster.place(ircchanneluser(u->nick() + u'!' + u->user() + u'@' + u->host(), {}));
+    keepSorted();
+}
+
+void ircchannel::remove(const ircuser *u)
+{
+    const qsizetype i = m_roster.find(u->nick());
+    if (i < 0)
+        return;
+    m_roster.removeAt(i);
+    keepSorted();
+}
+
+void ircchannel::nick(const QString &oldnick, const QString &newnick)
+{
+    const qsizetype i = m_roster.find(oldnick);
+    if (i >= 0) {
+        ircchanneluser user = m_roster.takeAt(i);
+        user.setNick(newnick);
+        m_roster.place(user);
+    }
+    keepSorted();
+}
+
+void ircchannel::mode(const ircmode *m)
+{
+    const qsizetype i = m_roster.find(m->arg(0));
+    if (i >= 0) {
+        const QString modes = m->modes();
+        const auto *change = std::find_if(std::begin(rankChanges), std::end(rankChanges),
+                                          [&](const rankchange &c) { return modes == c.modes; });
+        if (change != std::end(rankChanges)) {
+            ircchanneluser user = m_roster.takeAt(i);
+            (user.*change->apply)();
+            m_roster.place(user);
+        } else {
+            qWarning("unknown mode for user in this channel");
+        }
+    }
+    keepSorted();
+}
+
+void ircchannel::names(QStringList *list)
+{
+    if (!namesInProgress) {
+        namesInProgress = true;
+        m_roster.clear();
+    }
+    for (QString &entry : *list) {
+        qsizetype ranks = 0;
+        while (ranks < entry.size() && isRank(entry[ranks]))
+            ++ranks;
+        const QString prefixes = entry.left(ranks);
+        entry.remove(0, ranks);
+        m_roster.append(ircchanneluser(entry, prefixes));
+    }
+}
+
+void ircchannel::endNames()
+{
+    m_roster.sort();
+    namesInProgress = false;
+}
+
+void ircchannel::keepSorted()
+{
+    if (namesInProgress)
+        m_roster.sort();
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "session/ircuserlist.h"
+
+#include <QObject>
+
+class ircmode;
+
+/// A channel's name and its roster: who is there with which rank, in the order in which they are shown.
+///
+/// The roster is sorted after every operation but names(). What an operation is handed it only reads.
+class ircchannel : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ircchannel(const QString &name);
+
+    QString channelName() const { return m_channelName; }
+    const ircuserlist *roster() const { return &m_roster; }
+    /// The first member with this nick, whatever the case, or null. Valid until the roster changes.
+    const ircchanneluser *findUser(const QString &nick) const;
+
+    void join(const ircuser *u);
+    void remove(const ircuser *u);
+    void nick(const QString &oldnick, const QString &newnick);
+    /// Applies one letter of a MODE line to the member that its argument names.
+    void mode(const ircmode *m);
+    /// Takes one chunk of a NAMES listing (RFC 2812, 353); the first one replaces the roster. The entries of
+    /// `list` lose their rank characters.
+    void names(QStringList *list);
+    /// Ends a NAMES listing (RFC 2812, 366).
+    void endNames();
+
+private:
+    /// Sorts what a listing in progress has left unsorted; otherwise every entry stands at its place already.
+    void keepSorted();
+
+    QString m_channelName;
+    bool namesInProgress = false;
+    ircuserlist m_roster;
+};

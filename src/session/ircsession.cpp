@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "session/ircsession.h"
+
+#include "irc/ircmessage.h"
+#include "irc/ircmode.h"
+#include "session/ircchannel.h"
+#include "setup/connectbox.h"
+#include "ui/channeltab.h"
+#include "ui/plaintab.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+/// Long enough for the signal that asked for the close to have returned.
+constexpr int closeDelayMs = 1;
+
+} // namespace
+
+ircsession::ircsession(parlo *window) : mainWindow(window)
+{
+    serverTab = newPlainTab(QStringLiteral("Server"));
+    topTab = serverTab;
+
+    connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
+    connect(&conn, &connection::errormsg, this, &ircsession::errormsg);
+    connect(&conn, &connection::privmsg, this, &ircsession::parsePrivmsg);
+    connect(&conn, &connection::notice, this, &ircsession::parseNotice);
+    connect(&conn, &connection::ctcpnotice, this, &ircsession::parseNotice);
+    connect(&conn, &connection::join, this, &ircsession::parseJoin);
+    connect(&conn, &connection::part, this, &ircsession::parsePart);
+    connect(&conn, &connection::quit, this, &ircsession::parseQuit);
+    connect(&conn, &connection::kick, this, &ircsession::parseKick);
+    connect(&conn, &connection::ctcp, this, &ircsession::parseCtcp);
+    connect(&conn, &connection::mode, this, &ircsession::parseMode);
+    connect(&conn, &connection::message, this, &ircsession::parseMessage);
+    connect(&conn, &connection::rpl_namreply, this, &ircsession::rpl_namreply);
+    connect(&conn, &connection::rpl_endofnames, this, &ircsession::rpl_endofnames);
+    connect(&conn, &connection::nick, this, &ircsession::parseNick);
+}
+
+// A tab that goes makes another one announce itself: nothing may listen to that any more.
+ircsession::~ircsession()
+{
+    for (const auto &tab : tabs)
+        tab->disconnect(this);
+}
+
+// --- tabs
+// -------------------------------------------------------------------------------------------------------
+
+template <typename Tab>
+Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
+{
+    Tab *added = tab.get();
+    tabs.push_back(std::move(tab));
+    connect(added, &irctab::gotUserInput, this, &ircsession::userInput);
+    return added;
+}
+
+plaintab *ircsession::newPlainTab(const QString &name)
+{
+    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name));
+    connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
+    return tab;
+}
+
+channeltab *ircsession::newChannelTab(const QString &name)
+{
+    ircchannel *roster = rosters.emplace_back(std::make_unique<ircchannel>(name)).get();
+    channeltab *tab = adopt(std::make_unique<channeltab>(mainWindow, roster, name));
+    connect(&conn, &connection::modes, tab, &irctab::modes);
+    connect(&conn, &connection::mode, tab, &channeltab::mode);
+    connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
+    return tab;
+}
+
+irctab *ircsession::findTab(const QString &name) const
+{
+    const QString wanted = name.toLower();
+    const auto found = std::find_if(tabs.begin(), tabs.end(),
+                                    [&](const auto &tab) { return tab->tabName().toLower() == wanted; });
+    return found == tabs.end() ? nullptr : found->get();
+}
+
+void ircsession::closeTab(irctab *tab)
+{
+    closingTab = tab;
+    QTimer::singleShot(closeDelayMs, this, &ircsession::removeTab);
+}
+
+void ircsession::removeTab()
+{
+    const auto found =
+        std::find_if(tabs.begin(), tabs.end(), [this](const auto &tab) { return tab.get() == closingTab; });
+    closingTab = nullptr;
+    if (found == tabs.end())
+        return;
+    const std::unique_ptr<irctab> closed = std::move(*found);
+    tabs.erase(found);
+    if (topTab == closed.get())
+        topTab = serverTab;
+}
+
+void ircsession::newTopTab(irctab *tab)
+{
+    topTab = tab;
+}
+
+// --- the user
+// ---------------------------------------------------------------------------------------------------
+
+void ircsession::showConnectDialog()
+{
+    QString nick;
+    QString server;
+    int port = 0;
+    QStringList channels;
+    connectbox dialog(&nick, &server, &port, &channels);
+    dialog.exec();
+    if (dialog.result() != QDialog::Accepted || nick.isEmpty() || server.isEmpty())
+        return;
+    conn.channels = channels;
+    conn.connectToServer(server, port, nick, conn.identity.user(), conn.identity.realname());
+}
+
+void ircsession::userInput(const QString &text, irctab *tab)
+{
+    const QString nick = conn.identity.nick();
+    if (!text.startsWith(u'/')) {
+        if (text.isEmpty())
+            return;
+        conn.sendPrivmsg(tab->tabName(), text);
+        tab->privmsg(nick, text);
+        return;
+    }
+    if (tab != serverTab) {
+        if (text.startsWith(u"/CLOSE", Qt::CaseInsensitive))
+            return closeTab(tab);
+        const QLatin1StringView me("/ME ");
+        if (text.startsWith(me, Qt::CaseInsensitive))
+            tab->action(nick, text.mid(me.size()));
+    }
+    conn.userCommand(text, tab->tabName());
+}
+
+void ircsession::socketDisconnect()
+{
+    for (const auto &tab : tabs)
+        tab->message(QStringLiteral("Disconnected"));
+}
+
+void ircsession::errormsg(const QString &text)
+{
+    topTab->message(text);
+}
+
+// --- routing
+// ----------------------------------------------------------------------------------------------------
+
+bool ircsession::addressedToMe(const ircmessage *msg) const
+{
+    return msg->param(0, false) == conn.identity.nick();
+}
+
+bool ircsession::sentByMe(const ircmessage *msg) const
+{
+    return msg->prefix()->nick() == conn.identity.nick();
+}
+
+irctab *ircsession::tabForMessage(const ircmessage *msg)
+{
+    const bool query = addressedToMe(msg);
+    const QString name = query ? msg->prefix()->nick() : msg->param(0, true);
+    if (irctab *tab = findTab(name))
+        return tab;
+    if (query)
+        return newPlainTab(name);
+    return newChannelTab(name);
+}
+
+channeltab *ircsession::findChannelTab(const QString &name) const
+{
+    // A query tab may bear the name of a channel event: it is no channel tab for that.
+    return qobject_cast<channeltab *>(findTab(name));
+}
+
+template <typename Visit>
+void ircsession::forTabsWith(const QString &nick, Visit visit)
+{
+    for (const auto &roster : rosters) {
+        if (roster->findUser(nick) == nullptr)
+            continue;
+        if (channeltab *tab = findChannelTab(roster->channelName()))
+            visit(tab);
+    }
+}
+
+void ircsession::parsePrivmsg(ircmessage *msg)
+{
+    tabForMessage(msg)->privmsg(msg->prefix()->nick(), msg->paramsFrom(1, true));
+}
+
+void ircsession::parseNotice(ircmessage *msg)
+{
+    const QString sender = msg->prefix()->nick();
+    irctab *tab = nullptr;
+    if (!conn.isRegistered() || sender == conn.serverName())
+        tab = serverTab;
+    else if (!addressedToMe(msg))
+        tab = tabForMessage(msg);
+    else if (tab = findTab(sender); tab == nullptr)
+        tab = topTab;
+    tab->notice(sender, msg->paramsFrom(1, true));
+}
+
+void ircsession::parseMessage(ircmessage *msg)
+{
+    serverTab->message(msg->paramsFrom(1, true));
+}
+
+void ircsession::parseCtcp(ircmessage *msg)
+{
+    const QString sender = msg->prefix()->nick();
+    const QString keyword = msg->param(1, true).toLower();
+    if (keyword == u"version") {
+        serverTab->message(u"Recieved CTCP VERSION from " + sender);
+        conn.sendCtcpReply(sender, QStringLiteral("VERSION Parlo 0.2"));
+    } else if (keyword == u"action") {
+        parseAction(msg);
+    }
+}
+
+void ircsession::parseAction(ircmessage *msg)
+{
+    tabForMessage(msg)->action(msg->prefix()->nick(), msg->paramsFrom(2, true));
+}
+
+void ircsession::parseJoin(ircmessage *msg)
+{
+    const QString channel = msg->param(0, true);
+    if (sentByMe(msg))
+        newChannelTab(channel);
+    else if (channeltab *tab = findChannelTab(channel))
+        tab->join(msg->prefix());
+}
+
+void ircsession::parsePart(ircmessage *msg)
+{
+    irctab *found = findTab(msg->param(0, true));
+    auto *tab = qobject_cast<channeltab *>(found);
+    if (found != tab)
+        return;
+    if (sentByMe(msg))
+        closeTab(tab);
+    else if (tab != nullptr)
+        tab->part(msg->prefix(), msg->paramsFrom(1, true));
+}
+
+void ircsession::parseQuit(ircmessage *msg)
+{
+    if (sentByMe(msg))
+        return;
+    forTabsWith(msg->prefix()->nick(),
+                [msg](channeltab *tab) { tab->quit(msg->prefix(), msg->allParams(true)); });
+}
+
+void ircsession::parseKick(ircmessage *msg)
+{
+    if (channeltab *tab = findChannelTab(msg->param(0, true)))
+        tab->kick(msg->prefix(), msg->param(1, false), msg->paramsFrom(2, true));
+}
+
+void ircsession::parseNick(ircmessage *msg)
+{
+    const QString oldNick = msg->prefix()->nick();
+    forTabsWith(oldNick, [&](channeltab *tab) { tab->nick(oldNick, msg->param(0, true)); });
+}
+
+void ircsession::parseMode(ircmode *m)
+{
+    if (m->target().toLower() == conn.identity.nick().toLower())
+        serverTab->showModes(m);
+}
+
+void ircsession::rpl_namreply(const QString &channel, QStringList *names)
+{
+    if (channeltab *tab = findChannelTab(channel))
+        tab->names(names);
+}
+
+void ircsession::rpl_endofnames(const QString &channel)
+{
+    if (channeltab *tab = findChannelTab(channel))
+        tab->endofnames();
+}

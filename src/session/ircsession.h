@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "irc/connection.h"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class channeltab;
+class ircchannel;
+class irctab;
+class parlo;
+class plaintab;
+
+/// Ties the one connection to the tabs: opens and closes them, routes every event of the server to the tab
+/// that it concerns, and what the user types to the server.
+class ircsession : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Opens the tab "Server" in `window`, which must outlive the session. Connects to nothing yet.
+    explicit ircsession(parlo *window);
+    ~ircsession() override;
+
+    /// Runs the connect dialog and connects as it says; returns when the dialog has closed.
+    void showConnectDialog();
+
+    plaintab *newPlainTab(const QString &name);
+    /// Always opens a new tab with a new roster, whether or not there is one of that name.
+    channeltab *newChannelTab(const QString &name);
+    /// The oldest tab of this name, whatever the case, or null.
+    irctab *findTab(const QString &name) const;
+    /// Closes `tab` when control is back in the event loop. One close can wait at a time: a second one
+    /// replaces the first.
+    void closeTab(irctab *tab);
+
+public Q_SLOTS:
+    void userInput(const QString &text, irctab *tab);
+    void socketDisconnect();
+    void errormsg(const QString &text);
+    void parsePrivmsg(ircmessage *msg);
+    void parseNotice(ircmessage *msg);
+    void parseMessage(ircmessage *msg);
+    void parseAction(ircmessage *msg);
+    void parseJoin(ircmessage *msg);
+    void parsePart(ircmessage *msg);
+    void parseQuit(ircmessage *msg);
+    void parseKick(ircmessage *msg);
+    void parseNick(ircmessage *msg);
+    void parseCtcp(ircmessage *msg);
+    void parseMode(ircmode *m);
+    void newTopTab(irctab *tab);
+    void removeTab();
+    void rpl_namreply(const QString &channel, QStringList *names);
+    void rpl_endofnames(const QString &channel);
+
+public:
+    parlo *mainWindow;
+    std::vector<std::unique_ptr<irctab>> tabs;
+    plaintab *serverTab = nullptr;
+    irctab *topTab = nullptr;
+    connection conn;
+    irctab *closingTab = nullptr;
+    /// One for every channel tab ever opened: a roster outlives its tab.
+    std::vector<std::unique_ptr<ircchannel>> rosters;
+
+private:
+    template <typename Tab>
+    Tab *adopt(std::unique_ptr<Tab> tab);
+    bool addressedToMe(const ircmessage *msg) const;
+    bool sentByMe(const ircmessage *msg) const;
+    /// Where a PRIVMSG or an ACTION belongs: the sender's query tab or the target's tab, opened if need be.
+    irctab *tabForMessage(const ircmessage *msg);
+    channeltab *findChannelTab(const QString &name) const;
+    /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
+    template <typename Visit>
+    void forTabsWith(const QString &nick, Visit visit);
+};

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "session/ircuserlist.h"
+
+#include <algorithm>
+
+int ircuserlist::compareItems(const ircchanneluser &a, const ircchanneluser &b)
+{
+    if (a == b)
+        return 0;
+    return a < b ? -1 : 1;
+}
+
+qsizetype ircuserlist::find(const QString &nick) const
+{
+    const ircchanneluser probe(nick, {});
+    for (qsizetype i = 0; i < size(); ++i) {
+        if (compareItems(at(i), probe) == 0)
+            return i;
+    }
+    return -1;
+}
+
+// Sorting needs an order in which equality is transitive; compareItems is none when a nick stands in the list
+// twice with two ranks, so the sort goes by rank and nick alone.
+void ircuserlist::sort()
+{
+    std::stable_sort(begin(), end());
+}
+
+void ircuserlist::place(const ircchanneluser &user)
+{
+    insert(std::upper_bound(cbegin(), cend(), user), user);
+}

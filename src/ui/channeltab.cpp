@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "ui/channeltab.h"
+
+#include "irc/ircmode.h"
+#include "irc/ircuser.h"
+#include "platform/box.h"
+#include "session/ircchannel.h"
+#include "ui/ircuserbox.h"
+#include "ui/ircview.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace {
+
+/// The widest that the member list gets, in pixels.
+constexpr int userBoxWidth = 70;
+
+} // namespace
+
+channeltab::channeltab(parlo *window, ircchannel *roster, const QString &tabName)
+    : irctab(window, tabName), channel(roster)
+{
+    splitBox = new QWidget(page);
+    auto *row = box<QHBoxLayout>(splitBox);
+    page->layout()->addWidget(splitBox);
+    addView(splitBox);
+    toggleButton = new QPushButton(QStringLiteral(">"), view);
+    view->setCornerWidget(toggleButton);
+    connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
+    userBox = new ircuserbox(splitBox);
+    userBox->setMaximumWidth(userBoxWidth);
+    row->addWidget(userBox);
+    addInput();
+    Q_EMIT amTopTab(this);
+}
+
+void channeltab::showHideUserlist()
+{
+    userBox->setMaximumWidth(userListShown ? 0 : userBoxWidth);
+    toggleButton->setText(userListShown ? QStringLiteral("<") : QStringLiteral(">"));
+    userListShown = !userListShown;
+    // The view needs its new width before it can find its bottom.
+    splitBox->layout()->activate();
+    view->scrollToBottom();
+}
+
+void channeltab::join(ircuser *who)
+{
+    view->join(who->nick());
+    channel->join(who);
+    userBox->fill(channel);
+}
+
+void channeltab::part(ircuser *who, const QString &reason)
+{
+    view->part(who->nick(), reason);
+    channel->remove(who);
+    userBox->fill(channel);
+}
+
+void channeltab::quit(ircuser *who, const QString &reason)
+{
+    view->quit(who->nick(), reason);
+    channel->remove(who);
+    userBox->fill(channel);
+}
+
+void channeltab::kick(ircuser *who, const QString &victim, const QString &reason)
+{
+    view->kick(who->nick(), victim, reason);
+    const ircuser kicked(victim);
+    channel->remove(&kicked);
+    userBox->fill(channel);
+}
+
+void channeltab::names(QStringList *names)
+{
+    channel->names(names);
+}
+
+void channeltab::endofnames()
+{
+    channel->endNames();
+    userBox->fill(channel);
+}
+
+void channeltab::mode(ircmode *m)
+{
+    if (m->target().toLower() != tabName().toLower())
+        return;
+    channel->mode(m);
+    userBox->fill(channel);
+}
+
+void channeltab::nick(const QString &oldNick, const QString &newNick)
+{
+    view->nick(oldNick, newNick);
+    channel->nick(oldNick, newNick);
+    userBox->fill(channel);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "ui/inputline.h"
+
+#include <QValidator>
+
+#include <algorithm>
+
+namespace {
+
+bool breaksLine(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == u'\0' || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
+
+/// QLineEdit asks its validator about every change, by whatever road it came, and takes the text that it
+/// leaves.
+class oneline : public QValidator
+{
+public:
+    using QValidator::QValidator;
+
+    State validate(QString &text, int & /*cursor*/) const override
+    {
+        std::replace_if(text.begin(), text.end(), breaksLine, u' ');
+        return Acceptable;
+    }
+};
+
+} // namespace
+
+inputline::inputline(QWidget *parent) : QLineEdit(parent)
+{
+    setValidator(new oneline(this));
+}

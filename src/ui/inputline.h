@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLineEdit>
+
+/// A line edit whose text is one line whatever comes in: QLineEdit keeps line breaks that are pasted into it,
+/// and on the wire each of them would start a command of its own.
+class inputline : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit inputline(QWidget *parent);
+};

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "ui/loglayout.h"
+
+#include <QScopedValueRollback>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace {
+
+QTextCharFormat formatOf(const richspan &span)
+{
+    QTextCharFormat format;
+    if (span.colour != 0)
+        format.setForeground(QColor::fromRgb(span.colour));
+    if ((span.styles & richspan::bold) != 0)
+        format.setFontWeight(QFont::Bold);
+    if ((span.styles & richspan::underline) != 0)
+        format.setFontUnderline(true);
+    if ((span.styles & richspan::italic) != 0)
+        format.setFontItalic(true);
+    return format;
+}
+
+} // namespace
+
+loglayout::loglayout(QTextDocument *document) : QPlainTextDocumentLayout(document) {}
+
+void loglayout::addSpans(int position, const std::vector<richspan> &lineSpans)
+{
+    for (richspan span : lineSpans) {
+        span.start += position;
+        spans.push_back(span);
+    }
+}
+
+QRectF loglayout::blockBoundingRect(const QTextBlock &block) const
+{
+    if (block.isValid() && block.layout()->lineCount() == 0)
+        dress(block);
+    return QPlainTextDocumentLayout::blockBoundingRect(block);
+}
+
+void loglayout::documentChanged(int from, int charsRemoved, int charsAdded)
+{
+    if (dressing)
+        return;
+    // The first line goes into the block that an empty document has, which may be laid out already.
+    document()->findBlock(from).clearLayout();
+    QPlainTextDocumentLayout::documentChanged(from, charsRemoved, charsAdded);
+}
+
+void loglayout::dress(const QTextBlock &block) const
+{
+    const int start = block.position();
+    const int end = start + block.length();
+    auto span = std::lower_bound(spans.begin(), spans.end(), start,
+                                 [](const richspan &s, int position) { return s.start < position; });
+    QList<QTextLayout::FormatRange> formats;
+    for (; span != spans.end() && span->start < end; ++span)
+        formats.append({span->start - start, span->length, formatOf(*span)});
+    if (formats.isEmpty())
+        return;
+    // setFormats() leaves word in the document that this line has changed, and the next append would lay out
+    // everything from here to the end for it. Calling for the change at once, and not listening, clears that.
+    const QScopedValueRollback quiet(dressing, true);
+    block.layout()->setFormats(formats);
+    document()->markContentsDirty(start, block.length());
+}

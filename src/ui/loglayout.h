@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/richline.h"
+
+#include <QPlainTextDocumentLayout>
+
+#include <vector>
+
+/// The layout of a log: lines of plain text that only ever grow at the end, and beside them the runs of
+/// characters that are coloured, bold, underlined or italic.
+///
+/// A run becomes a format when its line is laid out, which is when it is about to be seen. So a line costs
+/// its text and its runs, and nothing for its looks until someone scrolls to it.
+class loglayout : public QPlainTextDocumentLayout
+{
+    Q_OBJECT
+
+public:
+    explicit loglayout(QTextDocument *document);
+
+    /// Tells the looks of a line whose text stands at `position`, before it is laid out.
+    void addSpans(int position, const std::vector<richspan> &lineSpans);
+
+    QRectF blockBoundingRect(const QTextBlock &block) const override;
+
+protected:
+    void documentChanged(int from, int charsRemoved, int charsAdded) override;
+
+private:
+    void dress(const QTextBlock &block) const;
+
+    /// In the order of their positions in the document.
+    std::vector<richspan> spans;
+    mutable bool dressing = false;
+};

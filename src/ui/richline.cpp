@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "ui/richline.h"
+
+#include <QColor>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype longestEntity = 10;
+
+/// Characters that a text document takes for the end of a block, a line or a frame, or for an object.
+bool breaksBlock(QChar c)
+{
+    return c == u'\n' || c == u'\r' || (c >= QChar(0x2028) && c <= QChar(0x2029)) ||
+           (c >= QChar(0xfdd0) && c <= QChar(0xfdd1)) || c == QChar(0xfffc);
+}
+
+struct entity
+{
+    QStringView name;
+    char16_t character;
+};
+
+constexpr entity entities[] = {{u"lt", u'<'},   {u"gt", u'>'},    {u"amp", u'&'},
+                               {u"quot", u'"'}, {u"apos", u'\''}, {u"nbsp", 0xa0}};
+
+struct switchtag
+{
+    QStringView name;
+    richspan::style style;
+};
+
+constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richspan::bold},
+                                  {u"i", richspan::italic},    {u"em", richspan::italic},
+                                  {u"u", richspan::underline}, {u"ins", richspan::underline}};
+
+/// The colour in the attributes of a font tag; 0 when they name none.
+QRgb colourOf(QStringView attributes)
+{
+    const qsizetype key = attributes.indexOf(u"color", 0, Qt::CaseInsensitive);
+    if (key < 0)
+        return 0;
+    QStringView value = attributes.sliced(key + 5).trimmed();
+    if (!value.startsWith(u'='))
+        return 0;
+    value = value.sliced(1).trimmed();
+    const QChar quote = value.isEmpty() ? QChar() : value.front();
+    if (quote == u'"' || quote == u'\'') {
+        value = value.sliced(1);
+        const qsizetype end = value.indexOf(quote);
+        value = end < 0 ? value : value.first(end);
+    } else {
+        const auto *end = std::find_if(value.begin(), value.end(), [](QChar c) { return c.isSpace(); });
+        value = value.first(end - value.begin());
+    }
+    const QColor named = QColor::fromString(value);
+    return named.isValid() ? named.rgb() : 0;
+}
+
+} // namespace
+
+richline::richline(QStringView markup)
+{
+    m_text.reserve(markup.size());
+    // A "<" behind the last ">" opens nothing: knowing where that is keeps many of them from being searched
+    // for their ends again and again.
+    const qsizetype lastEnd = markup.lastIndexOf(u'>');
+    qsizetype done = 0;
+    for (qsizetype i = 0; i < markup.size();) {
+        qsizetype length = 0;
+        if ((markup[i] == u'<' && i < lastEnd) || markup[i] == u'&') {
+            appendText(markup.sliced(done, i - done));
+            done = i;
+            length = markup[i] == u'<' ? readTag(markup.sliced(i)) : readEntity(markup.sliced(i));
+            done += length;
+        }
+        i += std::max<qsizetype>(length, 1);
+    }
+    appendText(markup.sliced(done));
+    endSpan();
+}
+
+void richline::appendText(QStringView piece)
+{
+    const qsizetype old = m_text.size();
+    m_text += piece;
+    std::replace_if(m_text.begin() + old, m_text.end(), breaksBlock, u' ');
+}
+
+qsizetype richline::readTag(QStringView rest)
+{
+    const bool closing = rest.size() > 1 && rest[1] == u'/';
+    const qsizetype nameStart = closing ? 2 : 1;
+    qsizetype nameEnd = nameStart;
+    while (nameEnd < rest.size() && rest[nameEnd].isLetterOrNumber())
+        ++nameEnd;
+    const bool comment = nameStart < rest.size() && rest[nameStart] == u'!';
+    if (nameEnd == nameStart && !comment)
+        return 0;
+    const qsizetype end = rest.indexOf(u'>', nameEnd);
+    applyTag(rest.sliced(nameStart, nameEnd - nameStart), rest.sliced(nameEnd, end - nameEnd), closing);
+    return end + 1;
+}
+
+qsizetype richline::readEntity(QStringView rest)
+{
+    const qsizetype end = rest.first(std::min(rest.size(), longestEntity)).indexOf(u';');
+    if (end < 2)
+        return 0;
+    const QStringView name = rest.sliced(1, end - 1);
+    if (name.startsWith(u'#')) {
+        const bool hex = name.size() > 1 && name[1].toLower() == u'x';
+        bool ok = false;
+        const char32_t code = name.sliced(hex ? 2 : 1).toUInt(&ok, hex ? 16 : 10);
+        if (!ok)
+            return 0;
+        const bool character = code != 0 && code <= QChar::LastValidCodePoint && !QChar::isSurrogate(code);
+        appendText(QString::fromUcs4(character ? &code : U"\ufffd", 1));
+        return end + 1;
+    }
+    for (const entity &e : entities) {
+        if (name == e.name) {
+            m_text += QChar(e.character);
+            return end + 1;
+        }
+    }
+    return 0;
+}
+
+void richline::applyTag(QStringView name, QStringView attributes, bool closing)
+{
+    if (name.compare(u"font", Qt::CaseInsensitive) == 0) {
+        const QRgb wanted = closing ? 0 : colourOf(attributes);
+        if (closing || wanted != 0) {
+            endSpan();
+            colour = wanted;
+        }
+        return;
+    }
+    for (const switchtag &s : switches) {
+        if (name.compare(s.name, Qt::CaseInsensitive) == 0) {
+            endSpan();
+            styles = static_cast<quint8>(closing ? styles & ~s.style : styles | s.style);
+            return;
+        }
+    }
+}
+
+void richline::endSpan()
+{
+    const int end = static_cast<int>(m_text.size());
+    if (end > spanStart && (colour != 0 || styles != richspan::plain))
+        m_spans.push_back({spanStart, end - spanStart, colour, styles});
+    spanStart = end;
+}

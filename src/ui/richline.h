@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRgb>
+#include <QString>
+
+#include <vector>
+
+/// A run of characters that look alike.
+struct richspan
+{
+    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4 };
+
+    int start = 0;
+    int length = 0;
+    /// 0 is the colour of the view's own text.
+    QRgb colour = 0;
+    quint8 styles = plain;
+};
+
+/// One line of rich text, read: its characters, and the runs of them that are not plain.
+///
+/// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font
+/// color>, <b>, <u> and <i> switch a look on and off, in any order; all other tags vanish, and nothing is
+/// loaded or laid out for them. Entities become their characters. What is no tag or entity stays as it is. No
+/// character of the result breaks the line.
+class richline
+{
+public:
+    explicit richline(QStringView markup);
+
+    const QString &text() const { return m_text; }
+    /// In the order of the text, without gaps filled in.
+    const std::vector<richspan> &spans() const { return m_spans; }
+
+private:
+    void appendText(QStringView piece);
+    /// Reads a tag at the front of `rest` and returns its length; 0 when there is none.
+    qsizetype readTag(QStringView rest);
+    qsizetype readEntity(QStringView rest);
+    void applyTag(QStringView name, QStringView attributes, bool closing);
+    /// Ends the run of characters since the last change of look.
+    void endSpan();
+
+    QString m_text;
+    std::vector<richspan> m_spans;
+    int spanStart = 0;
+    QRgb colour = 0;
+    quint8 styles = richspan::plain;
+};

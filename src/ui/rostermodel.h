@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "session/ircuserlist.h"
+
+#include <QAbstractListModel>
+#include <QPixmap>
+
+/// The rows of a member list: a copy of a roster, which costs nothing until the roster changes.
+class rostermodel : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    explicit rostermodel(QObject *parent);
+
+    void setMembers(const ircuserlist &roster);
+    int rowCount(const QModelIndex &parent = {}) const override;
+    /// The nick (display) and the ball of the highest rank (decoration).
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    ircuserlist members;
+    QPixmap opIcon;
+    QPixmap halfopIcon;
+    QPixmap voiceIcon;
+};
