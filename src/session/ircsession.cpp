@@ -19,11 +19,9 @@ constexpr int closeDelayMs = 1;
 
 } // namespace
 
-ircsession::ircsession(parlo *window) : mainWindow(window)
+ircsession::ircsession(parlo *window)
+    : mainWindow(window), serverTab(newPlainTab(QStringLiteral("Server"))), topTab(serverTab)
 {
-    serverTab = newPlainTab(QStringLiteral("Server"));
-    topTab = serverTab;
-
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
     connect(&conn, &connection::errormsg, this, &ircsession::errormsg);
     connect(&conn, &connection::privmsg, this, &ircsession::parsePrivmsg);

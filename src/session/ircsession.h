@@ -57,16 +57,6 @@ public Q_SLOTS:
     void rpl_namreply(const QString &channel, QStringList *names);
     void rpl_endofnames(const QString &channel);
 
-public:
-    parlo *mainWindow;
-    std::vector<std::unique_ptr<irctab>> tabs;
-    plaintab *serverTab = nullptr;
-    irctab *topTab = nullptr;
-    connection conn;
-    irctab *closingTab = nullptr;
-    /// One for every channel tab ever opened: a roster outlives its tab.
-    std::vector<std::unique_ptr<ircchannel>> rosters;
-
 private:
     template <typename Tab>
     Tab *adopt(std::unique_ptr<Tab> tab);
@@ -78,4 +68,15 @@ private:
     /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);
+
+    parlo *mainWindow;
+    /// In the order of their creation; the server tab is first.
+    std::vector<std::unique_ptr<irctab>> tabs;
+    plaintab *serverTab;
+    /// The tab that last came to the front by the user's hand; never one that is gone.
+    irctab *topTab;
+    connection conn;
+    irctab *closingTab = nullptr;
+    /// One for every channel tab ever opened: a roster outlives its tab.
+    std::vector<std::unique_ptr<ircchannel>> rosters;
 };

@@ -87,6 +87,9 @@ QLineEdit *presetbox::addRow(const QString &label, const QString &text)
 QLineEdit *presetbox::addMissingRow(const QString &label)
 {
     QLineEdit *edit = addRow(label, notYet());
+    QFont narrow = edit->font();
+    narrow.setStretch(QFont::SemiCondensed);
+    edit->setFont(narrow);
     edit->setCursorPosition(0);
     edit->setEnabled(false);
     return edit;

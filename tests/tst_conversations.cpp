@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+//
+// Plays the conversations in tests/conversations: Parlo, whole, between a scripted server and a scripted
+// user. A script is read from top to bottom:
+//
+//   connect NICK CHANNELS      the user opens Parlo and connects; "-" joins nothing
+//   -> LINE                    Parlo must have sent this line next
+//   (TAB) TEXT                 the user types a text into a tab
+//   [TAB] LINE                 the tab must show this line next
+//   {TAB} MEMBERS              its member list must be this
+//   tabs NAMES                 the tabs must be these, from left to right, separated by " | "
+//   front TAB                  this tab must be in front
+//   select TAB                 the user clicks a tab
+//   close                      the server closes the connection
+//   gone                       the server sees the connection end
+//   welcome back               the server waits for a new connection
+//
+// "TAB/2" is the second tab of a name, $PORT the server's port, a "$" at the end of a line keeps the space
+// before it. Lines that begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed
+// and the script did not ask for.
+
+#include "app/parlo.h"
+#include "user.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+class tst_conversations : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void play_data();
+    void play();
+
+private:
+    void step(const QString &line);
+    void meetNewClient();
+    void send(const QString &line) { client->write(line.toLatin1() + "\r\n"); }
+    /// The next line that Parlo sent; waits for it. Null when none comes.
+    QString received();
+
+    std::unique_ptr<user> person;
+    std::unique_ptr<QTcpServer> server;
+    QTcpSocket *client = nullptr;
+};
+
+void tst_conversations::init()
+{
+    person = std::make_unique<user>();
+    server = std::make_unique<QTcpServer>();
+    QVERIFY(server->listen(QHostAddress::LocalHost));
+    client = nullptr;
+}
+
+void tst_conversations::meetNewClient()
+{
+    QTRY_VERIFY(server->hasPendingConnections());
+    client = server->nextPendingConnection();
+}
+
+QString tst_conversations::received()
+{
+    if (!QTest::qWaitFor([this] { return client->canReadLine(); }))
+        return {};
+    const QByteArray line = client->readLine();
+    return QString::fromLatin1(line.endsWith("\r\n") ? line.chopped(2) : line + "(no CR LF)");
+}
+
+/// "^A" stands for U+0001 and so on: a script is read by people, too.
+static QString unescaped(QString text, quint16 port)
+{
+    text.replace(QStringLiteral("$PORT"), QString::number(port));
+    if (text.endsWith(u'$'))
+        text.chop(1);
+    for (char16_t c = 1; c < 0x20; ++c)
+        text.replace(u'^' + QString(QChar(c + 0x40)), QString(QChar(c)));
+    return text;
+}
+
+void tst_conversations::step(const QString &line)
+{
+    const QString word = line.section(u' ', 0, 0);
+    const QString rest = line.section(u' ', 1);
+    if (word == u"connect") {
+        const QString channels = rest.section(u' ', 1);
+        person->connectTo(server->serverPort(), rest.section(u' ', 0, 0),
+                          channels == u"-" ? QString() : channels);
+        meetNewClient();
+    } else if (word == u"welcome") {
+        meetNewClient();
+    } else if (word == u"<-") {
+        send(rest);
+    } else if (word == u"->") {
+        QCOMPARE(received(), rest);
+    } else if (word == u"tabs") {
+        QTRY_COMPARE(person->tabs().join(u" | "), rest);
+    } else if (word == u"front") {
+        QTRY_COMPARE(person->frontTab(), rest);
+    } else if (word == u"select") {
+        person->select(rest);
+    } else if (word == u"close") {
+        client->disconnectFromHost();
+    } else if (word == u"gone") {
+        QTRY_COMPARE(client->state(), QAbstractSocket::UnconnectedState);
+    } else {
+        static const QRegularExpression closing(QStringLiteral("[)\\]}]"));
+        const qsizetype end = line.indexOf(closing, 1);
+        const QString tab = line.mid(1, end - 1);
+        const QString text = line.mid(end + 2);
+        if (line.startsWith(u'('))
+            person->type(tab, text);
+        else if (line.startsWith(u'['))
+            QCOMPARE(person->nextLine(tab), text);
+        else
+            QTRY_COMPARE(person->members(tab), text);
+    }
+}
+
+void tst_conversations::play_data()
+{
+    QTest::addColumn<QString>("file");
+    const QDir scripts(QStringLiteral(CONVERSATIONS));
+    const QStringList names = scripts.entryList({QStringLiteral("*.txt")});
+    QVERIFY(!names.isEmpty());
+    for (const QString &name : names)
+        QTest::newRow(qPrintable(name)) << scripts.filePath(name);
+}
+
+void tst_conversations::play()
+{
+    QFETCH(const QString, file);
+    QFile script(file);
+    QVERIFY(script.open(QIODevice::ReadOnly | QIODevice::Text));
+    const QStringList lines = QString::fromUtf8(script.readAll()).split(u'\n');
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (lines[i].isEmpty() || lines[i].startsWith(u';'))
+            continue;
+        step(unescaped(lines[i], server->serverPort()));
+        if (QTest::currentTestFailed())
+            QFAIL(qPrintable(QStringLiteral("%1:%2: %3").arg(file).arg(i + 1).arg(lines[i])));
+    }
+    if (client->state() == QAbstractSocket::ConnectedState) {
+        send(QStringLiteral("PING :the end"));
+        QCOMPARE(received(), QStringLiteral("PONG :the"));
+    }
+    QCOMPARE(person->unreadLines(), QStringList());
+}
+
+QTEST_MAIN(tst_conversations)
+#include "tst_conversations.moc"

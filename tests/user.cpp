@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "user.h"
+
+#include "app/parlo.h"
+#include "platform/config.h"
+#include "setup/connectbox.h"
+#include "setup/preset.h"
+#include "ui/ircuserbox.h"
+#include "ui/ircview.h"
+#include "ui/tabbar.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMap>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTimer>
+
+user::user()
+{
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+}
+
+user::~user() = default;
+
+void user::connectTo(quint16 port, const QString &nick, const QString &channels)
+{
+    preset p;
+    p.name = QStringLiteral("test");
+    p.nick = nick;
+    p.server = QStringLiteral("127.0.0.1");
+    p.port = port;
+    p.channels = preset::splitChannels(channels);
+    preset::save(QStringLiteral("parlo"), {p});
+    // The dialog is modal: this runs inside of it.
+    QTimer::singleShot(0, [] {
+        auto *dialog = qobject_cast<connectbox *>(QApplication::activeModalWidget());
+        dialog->findChild<QListWidget *>()->setCurrentRow(0);
+        dialog->ConnectButtonPush();
+    });
+    m_window = std::make_unique<parlo>();
+    m_window->resize(240, 320);
+    m_window->show();
+}
+
+QStringList user::tabs() const
+{
+    QStringList names;
+    for (int i = 0; i < m_window->tabBar->count(); ++i)
+        names.append(m_window->tabBar->tabText(i).replace(QStringLiteral("&&"), QStringLiteral("&")));
+    return names;
+}
+
+QString user::frontTab() const
+{
+    return tabs().value(m_window->tabBar->currentIndex());
+}
+
+int user::indexOf(const QString &tab) const
+{
+    const int copy = qMax(1, tab.section(u'/', 1).toInt());
+    const QStringList names = tabs();
+    qsizetype index = -1;
+    for (int i = 0; i < copy; ++i)
+        index = names.indexOf(tab.section(u'/', 0, 0), index + 1);
+    return static_cast<int>(index);
+}
+
+// Pages stand in the stack in the order of the tabs.
+QWidget *user::pageOf(const QString &tab) const
+{
+    QList<QWidget *> pages;
+    for (int i = 0; i < m_window->widgetStack->count(); ++i)
+        pages.append(m_window->widgetStack->widget(i));
+    return pages.value(indexOf(tab));
+}
+
+void user::select(const QString &tab)
+{
+    tabbar *bar = m_window->tabBar;
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(indexOf(tab)).center());
+}
+
+void user::type(const QString &tab, const QString &text)
+{
+    auto *input = pageOf(tab)->findChild<QLineEdit *>();
+    input->setText(text);
+    QTest::keyClick(input, Qt::Key_Return);
+}
+
+QStringList user::lines(const QString &tab) const
+{
+    const QWidget *page = pageOf(tab);
+    if (page == nullptr)
+        return {};
+    const auto *document = page->findChild<ircview *>()->document();
+    return document->isEmpty() ? QStringList() : document->toPlainText().split(u'\n');
+}
+
+// Kept with the page, so that it goes with its tab.
+int user::linesRead(const QString &tab) const
+{
+    const QWidget *page = pageOf(tab);
+    return page == nullptr ? 0 : page->property("linesRead").toInt();
+}
+
+QString user::nextLine(const QString &tab)
+{
+    if (!QTest::qWaitFor([&] { return lines(tab).size() > linesRead(tab); }))
+        return {};
+    const int next = linesRead(tab);
+    pageOf(tab)->setProperty("linesRead", next + 1);
+    return lines(tab).at(next);
+}
+
+QStringList user::unreadLines() const
+{
+    QStringList unread;
+    QMap<QString, int> copies;
+    for (QString tab : tabs()) {
+        if (const int copy = ++copies[tab]; copy > 1)
+            tab += u'/' + QString::number(copy);
+        const QStringList rest = lines(tab).mid(linesRead(tab));
+        for (const QString &line : rest)
+            unread.append(tab + u": " + line);
+    }
+    return unread;
+}
+
+QString user::members(const QString &tab) const
+{
+    const QAbstractItemModel *rows = pageOf(tab)->findChild<ircuserbox *>()->model();
+    const QMap<QRgb, QString> signs{{qRgb(0x11, 0xbb, 0x22), QStringLiteral("@")},
+                                    {qRgb(0x00, 0xff, 0xff), QStringLiteral("%")},
+                                    {qRgb(0xee, 0xee, 0x22), QStringLiteral("+")}};
+    QStringList members;
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        const QModelIndex index = rows->index(row, 0);
+        const QImage ball = index.data(Qt::DecorationRole).value<QPixmap>().toImage();
+        members.append((ball.isNull() ? QString() : signs.value(ball.pixel(2, 7), QStringLiteral("?"))) +
+                       index.data().toString());
+    }
+    return members.join(u' ');
+}

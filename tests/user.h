@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class QWidget;
+class parlo;
+
+/// Someone who uses Parlo: chooses a preset in the connect dialog, reads the tabs and types into them. Knows
+/// of the program only what is on the screen.
+class user
+{
+public:
+    user();
+    ~user();
+
+    /// Opens Parlo and connects to the loopback `port`; joins `channels`, which commas separate.
+    void connectTo(quint16 port, const QString &nick, const QString &channels);
+
+    /// What the tab bar reads, from left to right.
+    QStringList tabs() const;
+    QString frontTab() const;
+    /// Clicks the tab called `tab`. The second one of a name is called "name/2".
+    void select(const QString &tab);
+    void type(const QString &tab, const QString &text);
+    /// The lines of a tab; none when there is no such tab.
+    QStringList lines(const QString &tab) const;
+    /// The next line of a tab that was not asked for yet; waits for it. Null when none comes.
+    QString nextLine(const QString &tab);
+    /// Lines that nobody has asked for, each as "tab: line".
+    QStringList unreadLines() const;
+    /// The member list of a tab: nicks, each with the sign of the ball in front of it.
+    QString members(const QString &tab) const;
+
+    parlo *window() const { return m_window.get(); }
+
+private:
+    int indexOf(const QString &tab) const;
+    QWidget *pageOf(const QString &tab) const;
+    int linesRead(const QString &tab) const;
+
+    QTemporaryDir home;
+    std::unique_ptr<parlo> m_window;
+};
