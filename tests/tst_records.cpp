@@ -1,1 +1,255 @@
-int main() {}
+// SPDX-License-Identifier: MIT
+//
+// The records of the protocol: how a line, a mask and a mode string come apart, and the order of a roster.
+
+#include "irc/connection.h"
+#include "irc/ircmessage.h"
+#include "irc/ircmode.h"
+#include "session/ircchannel.h"
+
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+class tst_records : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void line_data();
+    void line();
+    void joining();
+    void mask_data();
+    void mask();
+    void rosterOrder();
+    void rosterDuringListing();
+    void unknownMode();
+    void diagnostics();
+    void partialLines();
+    void emptyNickOrServer();
+};
+
+void tst_records::line_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("sender");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("params");
+    QTest::addColumn<bool>("ctcp");
+    // The parameters are shown joined by "|".
+    const auto row = [](const char *name, const char *text, const char *sender, const char *command,
+                        const char *params, bool ctcp = false) {
+        QTest::newRow(name) << QString::fromLatin1(text) << sender << command << params << ctcp;
+    };
+    row("trailing text is cut", ":al!a@h PRIVMSG #c :hello  there\r\n", "al", "PRIVMSG", "#c|:hello|there");
+    row("no prefix", "PING :12345\n", "", "PING", ":12345");
+    row("server prefix", ":irc.srv 001 me :Hi", "irc.srv", "001", "me|:Hi");
+    row("any mix of line ends", "PING a\n\r\r\n", "", "PING", "a");
+    row("inner carriage return parts words", "PING a\rb\r\n", "", "PING", "a|b");
+    row("no-break space parts words",
+        "PING a\xa0"
+        "b",
+        "", "PING", "a|b");
+    row("white space at the end", "PING a \r\n", "", "PING", "a|");
+    row("white space in front", "  PING a", "", "PING", "a");
+    row("empty", "", "", "", "");
+    row("only white space", "  ", "", "", "");
+    row("only a prefix", ":srv", "srv", "", "");
+    row("only a colon", ":", "", "", "");
+    row("case is kept", ":A!b@C PrivMsg X", "A", "PrivMsg", "X");
+    row("request", "PRIVMSG me :\1VERSION\1", "", "PRIVMSG", "me|:VERSION", true);
+    row("reply in words", "NOTICE me :\1PING 123\1", "", "NOTICE", "me|:PING|123", true);
+    row("lower case", "privmsg me :\1ACTION waves hi\1", "", "privmsg", "me|:ACTION|waves|hi", true);
+    row("without a colon", "PRIVMSG me \1VERSION\1", "", "PRIVMSG", "me|VERSION", true);
+    row("marks in the first and last word go", "NOTICE me :\1\1A x\1y \1B\1", "", "NOTICE", "me|:A|x\1y|B",
+        true);
+    row("a single mark", "PRIVMSG me :\1", "", "PRIVMSG", "me|:", true);
+    row("not closed", "PRIVMSG me :\1VERSION", "", "PRIVMSG", "me|:\1VERSION");
+    row("not opened", "PRIVMSG me :VERSION\1", "", "PRIVMSG", "me|:VERSION\1");
+    row("space behind the mark", "PRIVMSG me :\1VERSION\1 ", "", "PRIVMSG", "me|:\1VERSION\1|");
+    row("no other command", "TOPIC me :\1VERSION\1", "", "TOPIC", "me|:\1VERSION\1");
+    row("no text", "PRIVMSG \1", "", "PRIVMSG", "\1");
+}
+
+void tst_records::line()
+{
+    QFETCH(const QString, line);
+    const ircmessage message(line);
+    QTEST(message.prefix()->nick(), "sender");
+    QTEST(message.command(), "command");
+    QStringList params;
+    for (int i = 0; i < message.paramCount(); ++i)
+        params.append(message.param(i, false));
+    QTEST(params.join(u'|'), "params");
+    QTEST(message.isCtcp(), "ctcp");
+}
+
+void tst_records::joining()
+{
+    const ircmessage message(QStringLiteral("X a :b :c ::d"));
+    QCOMPARE(message.allParams(true), QStringLiteral("a b :c ::d"));
+    QCOMPARE(message.allParams(false), QStringLiteral("a :b :c ::d"));
+    QCOMPARE(message.paramsFrom(3, true), QStringLiteral(":d"));
+    QCOMPARE(message.joinParams(1, 2, true), QStringLiteral("b :c"));
+    QCOMPARE(message.param(1, true), QStringLiteral("b"));
+    for (const int beyond : {4, 5, 1000}) {
+        QCOMPARE(message.paramsFrom(beyond, true), QString());
+        QCOMPARE(message.param(beyond, true), QString());
+    }
+}
+
+void tst_records::mask_data()
+{
+    QTest::addColumn<QString>("mask");
+    QTest::addColumn<QString>("parts");
+    QTest::newRow("whole") << ":Nick!user@host"
+                           << "Nick user host";
+    QTest::newRow("bare nick") << "Nick"
+                               << "Nick - -";
+    QTest::newRow("server with an at sign") << "a@b"
+                                            << "a@b - -";
+    QTest::newRow("only one colon goes") << "::n!u@h"
+                                         << ":n u h";
+    QTest::newRow("no host") << "n!u"
+                             << "n u -";
+    QTest::newRow("more signs") << "n!u!v@h@i"
+                                << "n u!v h@i";
+}
+
+void tst_records::mask()
+{
+    QFETCH(const QString, mask);
+    const ircuser user(mask);
+    const auto shown = [](const QString &part) { return part.isNull() ? QStringLiteral("-") : part; };
+    QTEST(QString(shown(user.nick()) + u' ' + shown(user.user()) + u' ' + shown(user.host())), "parts");
+}
+
+static QString shown(const ircchannel &channel)
+{
+    QStringList nicks;
+    for (const ircchanneluser &member : *channel.roster())
+        nicks.append(member.nick());
+    return nicks.join(u' ');
+}
+
+static void list(ircchannel &channel, const char *names)
+{
+    QStringList chunk = QString::fromLatin1(names).split(u' ');
+    channel.names(&chunk);
+}
+
+void tst_records::rosterOrder()
+{
+    ircchannel channel(QStringLiteral("#c"));
+    list(channel, "+bob Alice @carol %dave @+eve %+fay BOB");
+    channel.endNames();
+    QCOMPARE(shown(channel), QStringLiteral("eve carol fay dave bob Alice BOB"));
+    QVERIFY(*channel.findUser(QStringLiteral("boB")) == ircchanneluser(QStringLiteral("Bob"), {}));
+    QVERIFY(channel.findUser(QStringLiteral("CAROL"))->isOp());
+    QCOMPARE(channel.findUser(QStringLiteral("car")), nullptr);
+}
+
+void tst_records::rosterDuringListing()
+{
+    ircchannel channel(QStringLiteral("#c"));
+    list(channel, "zoe @alice");
+    QCOMPARE(shown(channel), QStringLiteral("zoe alice"));
+    const ircuser bob(QStringLiteral("bob!b@h"));
+    channel.join(&bob);
+    QCOMPARE(shown(channel), QStringLiteral("alice bob zoe"));
+    QCOMPARE(channel.findUser(QStringLiteral("bob"))->host(), QStringLiteral("h"));
+    list(channel, "+dave carol");
+    channel.nick(QStringLiteral("nobody"), QStringLiteral("else"));
+    QCOMPARE(shown(channel), QStringLiteral("alice dave bob carol zoe"));
+    channel.endNames();
+    list(channel, "x");
+    QCOMPARE(shown(channel), QStringLiteral("x"));
+}
+
+void tst_records::unknownMode()
+{
+    ircchannel channel(QStringLiteral("#c"));
+    list(channel, "b @a");
+    channel.endNames();
+    for (const char *line : {"MODE #c +q b", "MODE #c +ov b", "MODE #c o b"}) {
+        const ircmode mode{ircmessage(QString::fromLatin1(line))};
+        QTest::ignoreMessage(QtWarningMsg, "unknown mode for user in this channel");
+        channel.mode(&mode);
+    }
+    const ircmode absent{ircmessage(QStringLiteral("MODE #c +q nobody"))};
+    channel.mode(&absent);
+    QCOMPARE(shown(channel), QStringLiteral("a b"));
+}
+
+// Nothing on the screen shows these, so no conversation can.
+void tst_records::diagnostics()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    connection conn;
+    QStringList texts;
+    connect(&conn, &connection::debug, this, [&](const QString &text) { texts.append(text); });
+    connect(&conn, &connection::gotRawLine, this, [&](const QString &line) { texts.append(line); });
+    QSignalSpy names(&conn, &connection::rpl_namreply);
+    conn.connectToServer(QStringLiteral("127.0.0.1"), server.serverPort() + 65536, QStringLiteral("bob"), {},
+                         {});
+    QTRY_VERIFY(server.hasPendingConnections());
+    QTcpSocket *peer = server.nextPendingConnection();
+    peer->write("PING\r\n:bob MODE #c -o+m alice\r\n:a NICK :b\n:s 353 b = #c :@al\r\n");
+    QTRY_COMPARE(names.size(), 1);
+    const QStringList expected{
+        QStringLiteral("Connecting to Server..."),
+        QStringLiteral("Connected, Logging in..."),
+        QStringLiteral("PING\r\n"),
+        QStringLiteral("PING? PONG!"),
+        QStringLiteral(":bob MODE #c -o+m alice\r\n"),
+        QStringLiteral("Got modes: -o+m alice on #c by bob"),
+        QStringLiteral("Got mode: +o alice on #c by bob"),
+        QStringLiteral("Got mode: +m on #c by bob"),
+        QStringLiteral(":a NICK :b\n"),
+        QStringLiteral("Got nick change - a -> b"),
+        QStringLiteral(":s 353 b = #c :@al\r\n"),
+        QStringLiteral("name: @al"),
+    };
+    QCOMPARE(texts, expected);
+}
+
+void tst_records::partialLines()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    class socket line;
+    QSignalSpy ready(&line, &socket::readyLine);
+    QSignalSpy arrived(&line, &socket::readyRead);
+    line.connectToHost(QStringLiteral("127.0.0.1"), server.serverPort());
+    QTRY_VERIFY(server.hasPendingConnections());
+    QTcpSocket *peer = server.nextPendingConnection();
+    peer->write("one\rstill one");
+    QTRY_COMPARE(line.bytesAvailable(), 13);
+    QCOMPARE(ready.size(), 0);
+    arrived.clear();
+    peer->write("\ntwo\r\nthr");
+    QTRY_COMPARE(line.bytesAvailable(), 22);
+    QCOMPARE(ready.size(), arrived.size());
+    QCOMPARE(line.readLine(), QByteArray("one\rstill one\n"));
+    line.sendLine(QStringLiteral("n\u00e4 \u20ac\n\r\n"));
+    line.sendLine({});
+    QTRY_COMPARE(peer->bytesAvailable(), 8);
+    QCOMPARE(peer->readAll(), QByteArray("n\xe4 ?\r\n\r\n"));
+}
+
+void tst_records::emptyNickOrServer()
+{
+    connection conn;
+    QSignalSpy errors(&conn, &connection::errormsg);
+    conn.connectToServer(QStringLiteral("host"), 1, {}, {}, {});
+    conn.connectToServer({}, 1, QStringLiteral("bob"), {}, {});
+    QCOMPARE(errors.value(0).value(0), QStringLiteral("Please specify a nickname with /nick"));
+    QCOMPARE(errors.value(1).value(0), QStringLiteral("Please specify a server"));
+    QCOMPARE(conn.identity.nick() + conn.identity.realname(), QStringLiteral("bobParlo Pocket Chat"));
+    QCOMPARE(conn.socket.state(), QAbstractSocket::UnconnectedState);
+}
+
+QTEST_GUILESS_MAIN(tst_records)
+#include "tst_records.moc"

@@ -1,1 +1,209 @@
-int main() {}
+// SPDX-License-Identifier: MIT
+//
+// The message view: control codes, what becomes of markup, and what is on the screen.
+
+#include "ui/ircview.h"
+#include "ui/richline.h"
+
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+
+class tst_view : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void controlCodes_data();
+    void controlCodes();
+    void markup_data();
+    void markup();
+    void manyOpenings();
+    void looks();
+    void firstLineIsDressed();
+    void textIsThereAtOnce();
+    void staysAtTheBottom();
+    void laysOutOnlyWhatIsSeen();
+};
+
+void tst_view::controlCodes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("html");
+    // Control characters are written as people write them: ^B for U+0002, ^C for U+0003.
+    const auto row = [](const char *text, const char *html) {
+        QString raw = QString::fromLatin1(text);
+        for (char16_t c = 1; c < 0x20; ++c)
+            raw.replace(u'^' + QString(QChar(c + 0x40)), QString(QChar(c)));
+        QTest::addRow("%s", text) << raw << QString::fromLatin1(html);
+    };
+    row("^Bhi^B", "<b>hi</b>");
+    row("hi^B", "hi<b></b>");
+    row("^_x", "<u>x");
+    row("^_x^_y", "<u>x</u>y");
+    row("^C4red", "<font color=\"#de2400\">red");
+    row("^C12,1x", "<font color=\"#0000ff\">x");
+    row("^C4a^C3b", "<font color=\"#de2400\">a</font><font color=\"#00ae10\">b");
+    row("^C4a^Cb", "<font color=\"#de2400\">a</font>b");
+    row("^C0white", "white");
+    row("^C16x", "x");
+    row("^C00,99", "");
+    row("^Cx^C", "x");
+    row("^C,x", "x");
+    row("^C123", "<font color=\"#0000ff\">3");
+    row("^C1,234", "<font color=\"#d6d3d6\">4");
+    row("^C15,", "<font color=\"#9c9a9c\">");
+    row("^B^_^C4x^Oy^O", "<b><u><font color=\"#de2400\">x</u></b></font>y");
+    row("a<b>&c \"^V", "a&lt;b&gt;&c \"\26");
+}
+
+void tst_view::controlCodes()
+{
+    QFETCH(const QString, text);
+    QTEST(ircview::ircToHtml(text), "html");
+}
+
+void tst_view::markup_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QString>("seen");
+    // Runs are shown as start+length:colour and styles (1 bold, 2 underlined, 4 italic).
+    const auto row = [](const char *html, const char *seen) { QTest::addRow("%s", html) << html << seen; };
+    row("plain", "plain");
+    row("<font color=\"#0000ff\">a</font>b<b>c</b>", "abc 0+1:0000ff/0 2+1:000000/1");
+    row("<B>a<i>b</b>c<U>d", "abcd 0+1:000000/1 1+1:000000/5 2+1:000000/4 3+1:000000/6");
+    row("<font color=\"#ff0000\">r<b>s</font>t</b>u", "rstu 0+1:ff0000/0 1+1:ff0000/1 2+1:000000/1");
+    row("<font color=red>r<font size=9>s<font color='#00f'>t", "rst 0+2:ff0000/0 2+1:0000ff/0");
+    row("<font color=\"nonsense\">x<font color>y<font color=>z", "xyz");
+    row("<img src=\"/etc/passwd\">x<table><tr><td>y<!-- z --></foo>", "xy");
+    row("1 < 2 <3 <> </ > <", "1 < 2 <3 <> </ > <");
+    row("&lt;b&gt;&amp;&quot;&apos;&nbsp;&#65;&#x41;&#X41;", "<b>&\"'\u00a0AAA");
+    row("&&lt &;&#;&#x;&nothing;&verylongentityname;", "&&lt &;&#;&#x;&nothing;&verylongentityname;");
+    row("&#0;&#xd800;&#1114112;&#8233;&#10;.", "\ufffd\ufffd\ufffd  .");
+}
+
+void tst_view::markup()
+{
+    QFETCH(const QString, html);
+    const richline line(html);
+    QString seen = line.text();
+    for (const richspan &span : line.spans())
+        seen += QStringLiteral(" %1+%2:%3/%4")
+                    .arg(span.start)
+                    .arg(span.length)
+                    .arg(span.colour & 0xffffff, 6, 16, QChar(u'0'))
+                    .arg(span.styles);
+    QTEST(seen, "seen");
+}
+
+// Each of these would be searched for its end to the end of the line.
+void tst_view::manyOpenings()
+{
+    const qsizetype many = 200'000;
+    for (const QString &piece : {QStringLiteral("<a"), QStringLiteral("&#"), QStringLiteral("<")})
+        QCOMPARE(richline(piece.repeated(many)).text().size(), many * piece.size());
+    QCOMPARE(richline(QString(QStringLiteral("<").repeated(many) + u'>')).text().size(), many + 1);
+}
+
+static QList<QTextLayout::FormatRange> formatsOf(const ircview &view, int line)
+{
+    return view.document()->findBlockByNumber(line).layout()->formats();
+}
+
+void tst_view::looks()
+{
+    ircview view(nullptr);
+    view.resize(240, 320);
+    view.show();
+    view.privmsg(QStringLiteral("bob"), QStringLiteral("\2hi\2 \37u"));
+    view.message(QStringLiteral("plain"));
+    // Where the user's own cursor stands makes no difference to what comes next.
+    QTRY_COMPARE(formatsOf(view, 0).size(), 3);
+    view.moveCursor(QTextCursor::Start);
+    view.moveCursor(QTextCursor::Right);
+    view.nick(QStringLiteral("a"), QStringLiteral("b"));
+    QTRY_VERIFY(view.document()->findBlockByNumber(2).layout()->lineCount() > 0);
+    QCOMPARE(view.toPlainText(), QStringLiteral("<bob> hi u\n- plain\na is now known as b"));
+    const auto runs = formatsOf(view, 0);
+    QCOMPARE(runs[0].format.foreground().color(), QColor(0, 0, 255));
+    QCOMPARE(runs[0].start, 1);
+    QCOMPARE(runs[0].length, 3);
+    QCOMPARE(runs[1].format.fontWeight(), static_cast<int>(QFont::Bold));
+    QVERIFY(runs[2].format.fontUnderline());
+    QCOMPARE(formatsOf(view, 1).value(0).format.foreground().color(), QColor(0xdd, 0x88, 0x88));
+    QCOMPARE(formatsOf(view, 2).size(), 0);
+    const QImage picture = view.grab().toImage();
+    bool blue = false;
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 0; y < 20; ++y)
+            blue |= picture.pixelColor(x, y) == QColor(0, 0, 255);
+    }
+    QVERIFY(blue);
+}
+
+void tst_view::firstLineIsDressed()
+{
+    ircview view(nullptr);
+    view.show();
+    QTRY_VERIFY(view.document()->firstBlock().layout()->lineCount() > 0);
+    view.addLine(QStringLiteral("<b>x</b>\r\n\r"));
+    QTRY_COMPARE(formatsOf(view, 0).size(), 1);
+    view.addLine(QStringLiteral("\r\n"));
+    view.addLine(QStringLiteral("y"));
+    QCOMPARE(view.toPlainText(), QStringLiteral("x\n\ny"));
+}
+
+void tst_view::textIsThereAtOnce()
+{
+    ircview view(nullptr);
+    QString expected;
+    for (int i = 0; i < 100; ++i) {
+        view.addLine(QString::number(i));
+        expected += (i == 0 ? QString() : QStringLiteral("\n")) + QString::number(i);
+        QCOMPARE(view.toPlainText(), expected);
+    }
+}
+
+void tst_view::staysAtTheBottom()
+{
+    ircview view(nullptr);
+    view.resize(200, 100);
+    view.show();
+    const QScrollBar &bar = *view.verticalScrollBar();
+    const auto atBottom = [&] {
+        QTextCursor end(view.document());
+        end.movePosition(QTextCursor::End);
+        const QRect last = view.cursorRect(end);
+        return bar.value() == bar.maximum() && view.viewport()->rect().contains(last.center());
+    };
+    for (int i = 0; i < 100; ++i)
+        view.addLine(QStringLiteral("some line that is long enough to be wrapped a little, I hope"));
+    QTRY_VERIFY(bar.maximum() > 0 && atBottom());
+    view.verticalScrollBar()->setValue(0);
+    view.addLine(QStringLiteral("x").repeated(2000));
+    QTRY_VERIFY(atBottom());
+    for (const QSize &size : {QSize(120, 100), QSize(300, 60), QSize(200, 300)}) {
+        view.resize(size);
+        QTRY_VERIFY(atBottom());
+    }
+    QVERIFY(!view.horizontalScrollBar()->isVisible());
+}
+
+void tst_view::laysOutOnlyWhatIsSeen()
+{
+    ircview view(nullptr);
+    view.resize(240, 320);
+    view.show();
+    for (int i = 0; i < 2000; ++i)
+        view.privmsg(QStringLiteral("bob"), QStringLiteral("\2hello"));
+    QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
+    view.addLine(QStringLiteral("one more"));
+    QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
+    int laidOut = 0;
+    for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
+        laidOut += block.layout()->lineCount() > 0 ? 1 : 0;
+    QVERIFY2(laidOut < 200, qPrintable(QString::number(laidOut)));
+}
+
+QTEST_MAIN(tst_view)
+#include "tst_view.moc"

@@ -92,12 +92,12 @@ qsizetype richline::readTag(QStringView rest)
 {
     const bool closing = rest.size() > 1 && rest[1] == u'/';
     const qsizetype nameStart = closing ? 2 : 1;
+    const QChar first = nameStart < rest.size() ? rest[nameStart] : QChar();
+    if (!first.isLetter() && first != u'!')
+        return 0;
     qsizetype nameEnd = nameStart;
     while (nameEnd < rest.size() && rest[nameEnd].isLetterOrNumber())
         ++nameEnd;
-    const bool comment = nameStart < rest.size() && rest[nameStart] == u'!';
-    if (nameEnd == nameStart && !comment)
-        return 0;
     const qsizetype end = rest.indexOf(u'>', nameEnd);
     applyTag(rest.sliced(nameStart, nameEnd - nameStart), rest.sliced(nameEnd, end - nameEnd), closing);
     return end + 1;
