@@ -74,7 +74,7 @@ void tst_view::markup_data()
     row("<B>a<i>b</b>c<U>d", "abcd 0+1:000000/1 1+1:000000/5 2+1:000000/4 3+1:000000/6");
     row("<font color=\"#ff0000\">r<b>s</font>t</b>u", "rstu 0+1:ff0000/0 1+1:ff0000/1 2+1:000000/1");
     row("<font color=red>r<font size=9>s<font color='#00f'>t", "rst 0+2:ff0000/0 2+1:0000ff/0");
-    row("<font color=\"nonsense\">x<font color>y<font color=>z", "xyz");
+    row("<font color=\"nonsense\">x<font color>y<font color= bgcolor=red>z", "xyz");
     row("<img src=\"/etc/passwd\">x<table><tr><td>y<!-- z --></foo>", "xy");
     row("1 < 2 <3 <> </ > <", "1 < 2 <3 <> </ > <");
     row("&lt;b&gt;&amp;&quot;&apos;&nbsp;&#65;&#x41;&#X41;", "<b>&\"'\u00a0AAA");
@@ -187,6 +187,18 @@ void tst_view::staysAtTheBottom()
         QTRY_VERIFY(atBottom());
     }
     QVERIFY(!view.horizontalScrollBar()->isVisible());
+    // Lines of all heights, and both sides change: the bottom is found even though every line is laid out
+    // anew.
+    for (int i = 0; i < 14; ++i)
+        view.addLine(QStringLiteral("word ").repeated(i * 7 % 30));
+    for (const QSize &size : {QSize(370, 360), QSize(160, 300), QSize(300, 300), QSize(160, 360)}) {
+        view.resize(size);
+        QTRY_VERIFY(atBottom());
+    }
+    view.selectAll();
+    const QString selected = view.textCursor().selectedText();
+    view.addLine(QStringLiteral("more"));
+    QCOMPARE(view.textCursor().selectedText(), selected);
 }
 
 void tst_view::laysOutOnlyWhatIsSeen()

@@ -90,7 +90,7 @@ void connection::socketDisconnect()
 struct connection::reply
 {
     QLatin1StringView command;
-    void (connection::*handle)(ircmessage *);
+    void (connection::*handle)(ircmessage *) = nullptr;
 };
 
 // A signal is a member function: what needs no work of ours goes straight out.
@@ -169,7 +169,6 @@ void connection::handleMode(ircmessage *msg)
     const QString where = u" on " + all.target() + u" by " + all.who()->nick();
     Q_EMIT debug(u"Got modes: " + all.modes() + u' ' + all.args() + where);
 
-    const QString front = u':' + msg->prefix()->nick() + u" MODE " + all.target() + u' ';
     // RFC 1459, 4.2.3.1: only on a channel do letters take arguments.
     const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
     QChar sign = u'+';
@@ -181,7 +180,7 @@ void connection::handleMode(ircmessage *msg)
         }
         const bool takesArgument = withArgument.contains(c);
         const QString argument = takesArgument ? all.arg(next++) : QString();
-        ircmode one(ircmessage(front + sign + c + u' ' + argument));
+        ircmode one(all, sign, c, argument);
         Q_EMIT mode(&one);
         Q_EMIT debug(u"Got mode: +" + QString(c) + (takesArgument ? u' ' + argument : QString()) + where);
     }
@@ -208,7 +207,7 @@ bool connection::isChannel(const QString &name)
 struct connection::command
 {
     QLatin1StringView word;
-    void (connection::*act)(QTextStream &args, const QString &target);
+    void (connection::*act)(QTextStream &args, const QString &target) = nullptr;
 };
 
 const connection::command connection::commands[] = {

@@ -22,7 +22,7 @@ public:
         qsizetype end = start;
         while (end < rest.size() && !rest[end].isSpace())
             ++end;
-        const QString word = rest.sliced(start, end - start).toString();
+        QString word = rest.sliced(start, end - start).toString();
         rest = rest.sliced(end);
         return word;
     }

@@ -9,3 +9,9 @@ ircmode::ircmode(const ircmessage &m)
     for (int i = 2; i < m.paramCount(); ++i)
         m_args.append(m.param(i, true));
 }
+
+ircmode::ircmode(const ircmode &all, QChar sign, QChar letter, const QString &argument)
+    : m_who(all.m_who), m_target(all.m_target), m_modes(QString(sign) + letter), m_args(argument)
+{
+    ircmessage::stripColon(m_args.first());
+}

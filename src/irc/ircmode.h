@@ -14,6 +14,9 @@ public:
     /// Reads a MODE line, or one of the same shape. Every word of it loses one leading ":", but for the
     /// target.
     explicit ircmode(const ircmessage &m);
+    /// One letter of the change `all`, as if it had come in a MODE line of its own: it has one argument,
+    /// which may be empty.
+    ircmode(const ircmode &all, QChar sign, QChar letter, const QString &argument);
 
     /// The user who set the mode: a nick alone, without user and host. Never null.
     ircuser *who() { return &m_who; }

@@ -3,6 +3,12 @@
 
 #include <QString>
 
+/// Whether two nicks or names of tabs and channels are the same, which is when they differ in case alone.
+inline bool sameName(const QString &a, const QString &b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
 /// One person on IRC, or a server where a line's prefix names one.
 ///
 /// Two users are the same when their nicks are, whatever the case; the rest of the mask takes no part.

@@ -2,6 +2,7 @@
 #include "platform/config.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 Config::Config(const QString &name, Domain /*domain*/)
@@ -13,9 +14,12 @@ Config::Config(const QString &name, Domain /*domain*/)
 
 Config::~Config()
 {
-    settings.sync();
-    if (QFile::exists(settings.fileName()))
-        QFile::setPermissions(settings.fileName(), QFile::ReadOwner | QFile::WriteOwner);
+    // A file that is made here is nobody else's from its first moment on, and one that was made by hand is
+    // from the first time that we write it: QSettings keeps the permissions that it finds.
+    constexpr QFile::Permissions ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+    if (changed && !QFile(settings.fileName()).open(QFile::WriteOnly | QFile::NewOnly, ownerOnly) &&
+        QFileInfo(settings.fileName()).isFile())
+        QFile::setPermissions(settings.fileName(), ownerOnly);
 }
 
 void Config::setGroup(const QString &group)
@@ -38,9 +42,11 @@ QString Config::readEntry(const QString &key, const QString &fallback) const
 void Config::writeEntry(const QString &key, const QString &value)
 {
     settings.setValue(prefix + key, value);
+    changed = true;
 }
 
 void Config::clearGroup()
 {
     settings.remove(prefix.chopped(1));
+    changed = true;
 }

@@ -31,4 +31,5 @@ public:
 private:
     QSettings settings;
     QString prefix;
+    bool changed = false;
 };

@@ -14,9 +14,11 @@ constexpr QSize desktopSize(480, 640);
 bool isHandheld(const QScreen &screen)
 {
     const QSize size = screen.size();
-    const QString platform = QGuiApplication::platformName();
-    return qMin(size.width(), size.height()) <= handheldSide || platform == u"linuxfb" ||
-           platform.startsWith(u"eglfs");
+    static const QStringList withoutWindows{QStringLiteral("linuxfb"), QStringLiteral("eglfs"),
+                                            QStringLiteral("minimalegl"), QStringLiteral("vkkhrdisplay"),
+                                            QStringLiteral("vnc")};
+    return qMin(size.width(), size.height()) <= handheldSide ||
+           withoutWindows.contains(QGuiApplication::platformName());
 }
 
 } // namespace

@@ -13,5 +13,5 @@ static void initResources()
 QPixmap Resource::loadPixmap(const QString &name)
 {
     initResources();
-    return QPixmap(u":/" + name + u".png");
+    return {QString(u":/" + name + u".png")};
 }

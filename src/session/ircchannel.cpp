@@ -12,7 +12,7 @@ namespace {
 struct rankchange
 {
     QLatin1StringView modes;
-    void (ircchanneluser::*apply)();
+    void (ircchanneluser::*apply)() = nullptr;
 };
 
 constexpr rankchange rankChanges[] = {
@@ -31,7 +31,7 @@ bool isRank(QChar c)
 
 } // namespace
 
-ircchannel::ircchannel(const QString &name) : m_channelName(name) {}
+ircchannel::ircchannel(QString name) : m_channelName(std::move(name)) {}
 
 const ircchanneluser *ircchannel::findUser(const QString &nick) const
 {
@@ -41,8 +41,7 @@ const ircchanneluser *ircchannel::findUser(const QString &nick) const
 
 void ircchannel::join(const ircuser *u)
 {
-    m_roster.place(ircchanneluser(u->nick() + u'!' + u->user() + u'@' + u->host(), {}));
-    keepSorted();
+    add(ircchanneluser(u->nick() + u'!' + u->user() + u'@' + u->host(), {}));
 }
 
 void ircchannel::remove(const ircuser *u)
@@ -60,7 +59,7 @@ void ircchannel::nick(const QString &oldnick, const QString &newnick)
     if (i >= 0) {
         ircchanneluser user = m_roster.takeAt(i);
         user.setNick(newnick);
-        m_roster.place(user);
+        add(user);
     }
     keepSorted();
 }
@@ -75,7 +74,7 @@ void ircchannel::mode(const ircmode *m)
         if (change != std::end(rankChanges)) {
             ircchanneluser user = m_roster.takeAt(i);
             (user.*change->apply)();
-            m_roster.place(user);
+            add(user);
         } else {
             qWarning("unknown mode for user in this channel");
         }
@@ -103,6 +102,14 @@ void ircchannel::endNames()
 {
     m_roster.sort();
     namesInProgress = false;
+}
+
+void ircchannel::add(const ircchanneluser &user)
+{
+    if (!namesInProgress)
+        return m_roster.place(user);
+    m_roster.append(user);
+    keepSorted();
 }
 
 void ircchannel::keepSorted()

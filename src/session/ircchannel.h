@@ -15,7 +15,7 @@ class ircchannel : public QObject
     Q_OBJECT
 
 public:
-    explicit ircchannel(const QString &name);
+    explicit ircchannel(QString name);
 
     QString channelName() const { return m_channelName; }
     const ircuserlist *roster() const { return &m_roster; }
@@ -34,6 +34,7 @@ public:
     void endNames();
 
 private:
+    void add(const ircchanneluser &user);
     /// Sorts what a listing in progress has left unsorted; otherwise every entry stands at its place already.
     void keepSorted();
 

@@ -77,9 +77,8 @@ channeltab *ircsession::newChannelTab(const QString &name)
 
 irctab *ircsession::findTab(const QString &name) const
 {
-    const QString wanted = name.toLower();
     const auto found = std::find_if(tabs.begin(), tabs.end(),
-                                    [&](const auto &tab) { return tab->tabName().toLower() == wanted; });
+                                    [&](const auto &tab) { return sameName(tab->tabName(), name); });
     return found == tabs.end() ? nullptr : found->get();
 }
 
@@ -279,7 +278,7 @@ void ircsession::parseNick(ircmessage *msg)
 
 void ircsession::parseMode(ircmode *m)
 {
-    if (m->target().toLower() == conn.identity.nick().toLower())
+    if (sameName(m->target(), conn.identity.nick()))
         serverTab->showModes(m);
 }
 

@@ -15,6 +15,6 @@ public:
     /// The index of the first entry with this nick, or -1.
     qsizetype find(const QString &nick) const;
     void sort();
-    /// Puts `user` at its place in a sorted list, behind those that are its equal.
+    /// Puts `user` at its place in a list that is sorted, behind those that are its equal.
     void place(const ircchanneluser &user);
 };

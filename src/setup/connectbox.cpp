@@ -3,12 +3,12 @@
 
 #include "platform/box.h"
 #include "platform/config.h"
+#include "platform/inputline.h"
 #include "setup/presetbox.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -76,11 +76,11 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     auto *grid = box<QGridLayout>(quickGrid);
     grid->setSpacing(5);
     grid->addWidget(new QLabel(tr("Nick:"), quickGrid), 0, 0);
-    nickEdit = new QLineEdit(quickGrid);
+    nickEdit = new inputline(quickGrid);
     grid->addWidget(nickEdit, 0, 1);
     connect(nickEdit, &QLineEdit::textChanged, this, &connectbox::setNick);
     grid->addWidget(new QLabel(tr("Server:"), quickGrid), 1, 0);
-    serverEdit = new QLineEdit(quickGrid);
+    serverEdit = new inputline(quickGrid);
     grid->addWidget(serverEdit, 1, 1);
     connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
     pages->addTab(quickPage, tr("Quick"));

@@ -2,11 +2,11 @@
 #include "setup/presetbox.h"
 
 #include "platform/box.h"
+#include "platform/inputline.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -75,7 +75,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
 
 QLineEdit *presetbox::addRow(const QString &label, const QString &text)
 {
-    auto *edit = new QLineEdit(text, formBox);
+    auto *edit = new inputline(formBox, text);
     auto *name = new QLabel(label, formBox);
     name->setBuddy(edit);
     const int row = formGrid->rowCount();

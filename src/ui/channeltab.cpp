@@ -76,6 +76,8 @@ void channeltab::kick(ircuser *who, const QString &victim, const QString &reason
 
 void channeltab::names(QStringList *names)
 {
+    // The list goes on showing what it was last filled with, until the listing ends.
+    userBox->settle();
     channel->names(names);
 }
 
@@ -87,7 +89,7 @@ void channeltab::endofnames()
 
 void channeltab::mode(ircmode *m)
 {
-    if (m->target().toLower() != tabName().toLower())
+    if (!sameName(m->target(), tabName()))
         return;
     channel->mode(m);
     userBox->fill(channel);

@@ -5,15 +5,15 @@
 #include "irc/ircmode.h"
 #include "irc/ircuser.h"
 #include "platform/box.h"
-#include "ui/inputline.h"
+#include "platform/inputline.h"
 #include "ui/ircview.h"
 #include "ui/tabbar.h"
 
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-irctab::irctab(parlo *window, const QString &tabName)
-    : QWidget(window->widgetStack), mainWindow(window), name(tabName)
+irctab::irctab(parlo *window, QString tabName)
+    : QWidget(window->widgetStack), mainWindow(window), name(std::move(tabName))
 {
     // A child that was never hidden would be shown with its parent, over the pages.
     hide();
@@ -83,7 +83,7 @@ void irctab::quit(ircuser *who, const QString &reason)
 
 void irctab::modes(ircmode *m)
 {
-    if (m->target().toLower() == name.toLower())
+    if (sameName(m->target(), name))
         view->modes(m);
 }
 

@@ -50,7 +50,7 @@ Q_SIGNALS:
     void gotUserInput(const QString &text, irctab *tab);
 
 protected:
-    irctab(parlo *window, const QString &tabName);
+    irctab(parlo *window, QString tabName);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
     /// Makes the input line, at the bottom of the page, and gives it the focus.

@@ -8,10 +8,18 @@ ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermode
 {
     setModel(rows);
     setUniformItemSizes(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
 void ircuserbox::fill(const ircchannel *channel)
 {
-    rows->setMembers(*channel->roster());
+    if (pending == nullptr)
+        QMetaObject::invokeMethod(this, &ircuserbox::settle, Qt::QueuedConnection);
+    pending = channel;
+}
+
+void ircuserbox::settle()
+{
+    if (pending != nullptr)
+        rows->setMembers(*pending->roster());
+    pending = nullptr;
 }

@@ -14,9 +14,14 @@ class ircuserbox : public QListView
 public:
     explicit ircuserbox(QWidget *parent);
 
-    /// Shows the roster of `channel` as it is now; later changes show at the next call.
+    /// Shows the roster of `channel` as it is now; later changes show at the next call. The roster is taken
+    /// when control is back in the event loop, once for all that happened in one go: whoever changes it
+    /// without calling this afterwards calls settle() before.
     void fill(const ircchannel *channel);
+    /// Takes the roster now, if it is still to be taken.
+    void settle();
 
 private:
+    const ircchannel *pending = nullptr;
     rostermodel *rows;
 };

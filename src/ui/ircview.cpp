@@ -54,6 +54,10 @@ ircview::ircview(QWidget *parent) : QPlainTextEdit(parent)
     setDocument(document);
     pen = QTextCursor(document);
     setReadOnly(true);
+    // Or what the user has selected up to the end would grow with every line.
+    QTextCursor own = textCursor();
+    own.setKeepPositionOnInsert(true);
+    setTextCursor(own);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
@@ -96,7 +100,14 @@ void ircview::scrollToBottom()
         editing = false;
         pen.endEditBlock();
     }
-    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    // Lines are laid out when they come into view and may turn out taller than they were taken for: the
+    // bottom moves while we go there, and the number of the bottom may stand for another line than it did
+    // before.
+    QScrollBar *bar = verticalScrollBar();
+    bar->setValue(0);
+    do
+        bar->setValue(bar->maximum());
+    while (bar->value() != bar->maximum());
 }
 
 void ircview::resizeEvent(QResizeEvent *event)

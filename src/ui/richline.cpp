@@ -8,6 +8,9 @@
 namespace {
 
 constexpr qsizetype longestEntity = 10;
+/// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
+/// seconds.
+constexpr size_t mostSpans = 512;
 
 /// Characters that a text document takes for the end of a block, a line or a frame, or for an object.
 bool breaksBlock(QChar c)
@@ -19,7 +22,7 @@ bool breaksBlock(QChar c)
 struct entity
 {
     QStringView name;
-    char16_t character;
+    char16_t character = 0;
 };
 
 constexpr entity entities[] = {{u"lt", u'<'},   {u"gt", u'>'},    {u"amp", u'&'},
@@ -28,7 +31,7 @@ constexpr entity entities[] = {{u"lt", u'<'},   {u"gt", u'>'},    {u"amp", u'&'}
 struct switchtag
 {
     QStringView name;
-    richspan::style style;
+    richspan::style style = richspan::plain;
 };
 
 constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richspan::bold},
@@ -38,10 +41,11 @@ constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richs
 /// The colour in the attributes of a font tag; 0 when they name none.
 QRgb colourOf(QStringView attributes)
 {
-    const qsizetype key = attributes.indexOf(u"color", 0, Qt::CaseInsensitive);
-    if (key < 0)
+    const QLatin1StringView key(" color");
+    const qsizetype found = attributes.indexOf(key, 0, Qt::CaseInsensitive);
+    if (found < 0)
         return 0;
-    QStringView value = attributes.sliced(key + 5).trimmed();
+    QStringView value = attributes.sliced(found + key.size()).trimmed();
     if (!value.startsWith(u'='))
         return 0;
     value = value.sliced(1).trimmed();
@@ -150,7 +154,8 @@ void richline::applyTag(QStringView name, QStringView attributes, bool closing)
 void richline::endSpan()
 {
     const int end = static_cast<int>(m_text.size());
-    if (end > spanStart && (colour != 0 || styles != richspan::plain))
+    const bool plain = colour == 0 && styles == richspan::plain;
+    if (end > spanStart && !plain && m_spans.size() < mostSpans)
         m_spans.push_back({spanStart, end - spanStart, colour, styles});
     spanStart = end;
 }

@@ -3,6 +3,13 @@
 
 #include <QSignalBlocker>
 
+namespace {
+
+/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. One that is would take seconds to lay out.
+constexpr qsizetype longestLabel = 512;
+
+} // namespace
+
 tabbar::tabbar(QWidget *parent) : QTabBar(parent)
 {
     connect(this, &QTabBar::currentChanged, this, &tabbar::emitSelected);
@@ -18,7 +25,7 @@ int tabbar::addTab(const QString &label)
     const int id = nextId++;
     // The identifier must stand before the signal of the first tab, which becomes the current one by itself.
     const QSignalBlocker silence(this);
-    const int index = QTabBar::addTab(QString(label).replace(u'&', QStringLiteral("&&")));
+    const int index = QTabBar::addTab(label.left(longestLabel).replace(u'&', QStringLiteral("&&")));
     setTabData(index, id);
     return id;
 }

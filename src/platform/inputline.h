@@ -10,5 +10,5 @@ class inputline : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit inputline(QWidget *parent);
+    explicit inputline(QWidget *parent, const QString &text = {});
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/inputline.h"
+#include "platform/inputline.h"
 
 #include <QValidator>
 
@@ -29,7 +29,8 @@ public:
 
 } // namespace
 
-inputline::inputline(QWidget *parent) : QLineEdit(parent)
+inputline::inputline(QWidget *parent, const QString &text) : QLineEdit(parent)
 {
     setValidator(new oneline(this));
+    setText(text);
 }
