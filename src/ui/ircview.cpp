@@ -54,10 +54,7 @@ ircview::ircview(QWidget *parent) : QPlainTextEdit(parent)
     setDocument(document);
     pen = QTextCursor(document);
     setReadOnly(true);
-    // Or what the user has selected up to the end would grow with every line.
-    QTextCursor own = textCursor();
-    own.setKeepPositionOnInsert(true);
-    setTextCursor(own);
+
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
@@ -75,6 +72,8 @@ void ircview::addLine(const QString &line)
         markup.chop(1);
     if (!editing) {
         editing = true;
+        selectionStart = textCursor().anchor();
+        selectionEnd = textCursor().position();
         pen.beginEditBlock();
         QMetaObject::invokeMethod(this, &ircview::settle, Qt::QueuedConnection);
     }
@@ -99,6 +98,7 @@ void ircview::scrollToBottom()
     if (editing) {
         editing = false;
         pen.endEditBlock();
+        keepSelection();
     }
     // Lines are laid out when they come into view and may turn out taller than they were taken for: the
     // bottom moves while we go there, and the number of the bottom may stand for another line than it did
@@ -108,6 +108,17 @@ void ircview::scrollToBottom()
     do
         bar->setValue(bar->maximum());
     while (bar->value() != bar->maximum());
+}
+
+// A selection that reaches to the end of the document grows with it.
+void ircview::keepSelection()
+{
+    QTextCursor own = textCursor();
+    if (selectionStart == selectionEnd || (own.anchor() == selectionStart && own.position() == selectionEnd))
+        return;
+    own.setPosition(selectionStart);
+    own.setPosition(selectionEnd, QTextCursor::KeepAnchor);
+    setTextCursor(own);
 }
 
 void ircview::resizeEvent(QResizeEvent *event)

@@ -44,10 +44,14 @@ protected:
 private:
     /// Ends the edit that the lines since the last turn of the event loop are in, and shows them.
     void settle();
+    /// Selects again what the user had selected before the edit.
+    void keepSelection();
 
     loglayout *log;
     /// Writes at the end of the document.
     QTextCursor pen;
     bool empty = true;
     bool editing = false;
+    int selectionStart = 0;
+    int selectionEnd = 0;
 };
