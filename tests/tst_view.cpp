@@ -20,7 +20,7 @@ private Q_SLOTS:
     void markup();
     void manyOpenings();
     void looks();
-    void firstLineIsDressed();
+    void firstLinesAreDressed();
     void textIsThereAtOnce();
     void staysAtTheBottom();
     void laysOutOnlyWhatIsSeen();
@@ -141,16 +141,23 @@ void tst_view::looks()
     QVERIFY(blue);
 }
 
-void tst_view::firstLineIsDressed()
+void tst_view::firstLinesAreDressed()
 {
     ircview view(nullptr);
     view.show();
     QTRY_VERIFY(view.document()->firstBlock().layout()->lineCount() > 0);
     view.addLine(QStringLiteral("<b>x</b>\r\n\r"));
-    QTRY_COMPARE(formatsOf(view, 0).size(), 1);
+    // Painting in the middle of an edit loses nothing of it.
+    view.grab();
+    view.addLine(QStringLiteral("<b>z</b>"));
+    view.addLine(QStringLiteral("z"));
+    QTRY_COMPARE(formatsOf(view, 1).size(), 1);
+    for (int line = 0; line < 3; ++line)
+        QCOMPARE(view.document()->findBlockByNumber(line).layout()->lineAt(0).textLength(), 1);
+    QCOMPARE(formatsOf(view, 0).size(), 1);
     view.addLine(QStringLiteral("\r\n"));
     view.addLine(QStringLiteral("y"));
-    QCOMPARE(view.toPlainText(), QStringLiteral("x\n\ny"));
+    QCOMPARE(view.toPlainText(), QStringLiteral("x\nz\nz\n\ny"));
 }
 
 void tst_view::textIsThereAtOnce()

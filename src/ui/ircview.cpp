@@ -78,7 +78,7 @@ void ircview::addLine(const QString &line)
         QMetaObject::invokeMethod(this, &ircview::settle, Qt::QueuedConnection);
     }
     const richline rich(markup);
-    pen.movePosition(QTextCursor::End);
+
     // The format is said: otherwise it would be that of wherever the user's own cursor has been.
     if (!empty)
         pen.insertBlock(QTextBlockFormat(), QTextCharFormat());

@@ -48,7 +48,7 @@ private:
     void keepSelection();
 
     loglayout *log;
-    /// Writes at the end of the document.
+    /// Writes at the end of the document, where it stays by itself.
     QTextCursor pen;
     bool empty = true;
     bool editing = false;

@@ -30,6 +30,7 @@ loglayout::loglayout(QTextDocument *document) : QPlainTextDocumentLayout(documen
 
 void loglayout::addSpans(int position, const std::vector<richspan> &lineSpans)
 {
+    editing = true;
     for (richspan span : lineSpans) {
         span.start += position;
         spans.push_back(span);
@@ -47,6 +48,7 @@ void loglayout::documentChanged(int from, int charsRemoved, int charsAdded)
 {
     if (dressing)
         return;
+    editing = false;
     // The first line goes into the block that an empty document has, which may be laid out already.
     document()->findBlock(from).clearLayout();
     QPlainTextDocumentLayout::documentChanged(from, charsRemoved, charsAdded);
@@ -65,7 +67,9 @@ void loglayout::dress(const QTextBlock &block) const
         return;
     // setFormats() leaves word in the document that this line has changed, and the next append would lay out
     // everything from here to the end for it. Calling for the change at once, and not listening, clears that.
+    // But while an edit block is open, its own changes are under way with that word and must not be lost.
     const QScopedValueRollback quiet(dressing, true);
     block.layout()->setFormats(formats);
-    document()->markContentsDirty(start, block.length());
+    if (!editing)
+        document()->markContentsDirty(start, block.length());
 }

@@ -19,7 +19,7 @@ class loglayout : public QPlainTextDocumentLayout
 public:
     explicit loglayout(QTextDocument *document);
 
-    /// Tells the looks of a line whose text stands at `position`, before it is laid out.
+    /// Tells the looks of a line whose text is about to be written at `position`, in an edit block.
     void addSpans(int position, const std::vector<richspan> &lineSpans);
 
     QRectF blockBoundingRect(const QTextBlock &block) const override;
@@ -32,5 +32,7 @@ private:
 
     /// In the order of their positions in the document.
     std::vector<richspan> spans;
+    /// Lines have been written whose edit block is not closed yet.
+    bool editing = false;
     mutable bool dressing = false;
 };
