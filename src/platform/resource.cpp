@@ -13,5 +13,6 @@ static void initResources()
 QPixmap Resource::loadPixmap(const QString &name)
 {
     initResources();
-    return {QString(u":/" + name + u".png")};
+    // The format is said, or Qt would load every image plugin to ask whether the picture is its own.
+    return {QString(u":/" + name + u".png"), "PNG"};
 }
