@@ -36,6 +36,7 @@ private Q_SLOTS:
     void init();
     void play_data();
     void play();
+    void flood();
 
 private:
     void step(const QString &line);
@@ -149,6 +150,30 @@ void tst_conversations::play()
         QCOMPARE(received(), QStringLiteral("PONG :the"));
     }
     QCOMPARE(person->unreadLines(), QStringList());
+}
+
+// Everything arrives, in order, however fast it comes; what is no line any more does not fill the memory.
+void tst_conversations::flood()
+{
+    step(QStringLiteral("connect bob -"));
+    send(QStringLiteral(":srv 001 bob :Welcome"));
+    QStringList expected{QStringLiteral("- Welcome")};
+    QByteArray bytes;
+    for (int i = 0; i < 20'000; ++i) {
+        expected.append(QStringLiteral("- line %1 of many").arg(i));
+        bytes += QStringLiteral(":srv 372 bob :line %1 of many\r\n").arg(i).toLatin1();
+    }
+    client->write(bytes);
+    QTRY_COMPARE(person->lines(QStringLiteral("Server")).size(), expected.size());
+    QCOMPARE(person->lines(QStringLiteral("Server")), expected);
+    // 64 KiB are a line; more are none.
+    const QByteArray longest = ":srv 372 bob :" + QByteArray(64 * 1024 - 16, 'x') + "\r\n";
+    client->write(longest + QByteArray(64 * 1024 + 1, 'y'));
+    expected.append(u"- " + QString(64 * 1024 - 16, u'x'));
+    expected.append(QStringLiteral("- The server sent a line of over 64 KiB"));
+    expected.append(QStringLiteral("- Disconnected"));
+    QTRY_COMPARE(person->lines(QStringLiteral("Server")).size(), expected.size());
+    QCOMPARE(person->lines(QStringLiteral("Server")), expected);
 }
 
 QTEST_MAIN(tst_conversations)

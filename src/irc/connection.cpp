@@ -32,6 +32,7 @@ connection::connection()
     connect(&socket, &socket::readyLine, this, &connection::readSocket);
     connect(&socket, &socket::connected, this, &connection::login);
     connect(&socket, &socket::disconnected, this, &connection::socketDisconnect);
+    connect(&socket, &socket::lineTooLong, this, &connection::giveUp);
 }
 
 // --- the connection
@@ -82,6 +83,13 @@ void connection::socketDisconnect()
     registered = false;
     m_serverName = QLatin1String("");
     Q_EMIT disconnected();
+}
+
+// A server that does this is broken or hostile, and its line would fill the memory.
+void connection::giveUp()
+{
+    Q_EMIT dropped(QStringLiteral("The server sent a line of over 64 KiB"));
+    socket.abort();
 }
 
 // --- lines from the server

@@ -82,6 +82,8 @@ Q_SIGNALS:
     void errormsg(const QString &text);
     void ctcp(ircmessage *msg);
     void ctcpnotice(ircmessage *msg);
+    /// Why the connection is being ended on our side.
+    void dropped(const QString &why);
 
 private:
     struct reply;
@@ -89,6 +91,7 @@ private:
     static const reply replies[];
     static const command commands[];
 
+    void giveUp();
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
     void handlePing(ircmessage *msg);

@@ -3,8 +3,19 @@
 
 #include <QSignalBlocker>
 
+namespace {
+
+/// So much, in bytes, comes from the operating system in one turn of the event loop, however much waits
+/// there: some 1,000 lines, which take about 10 ms. The window stays alive when a server sends as fast as it
+/// can.
+constexpr qint64 bytesPerTurn = 128 * 1024;
+
+} // namespace
+
 socket::socket()
 {
+    static_assert(bytesPerTurn > longestLine, "a line that is waited for must fit");
+    setReadBufferSize(bytesPerTurn);
     connect(this, &QTcpSocket::readyRead, this, &socket::dataReady);
 }
 
@@ -30,6 +41,8 @@ void socket::dataReady()
 {
     if (canReadLine())
         Q_EMIT readyLine();
+    if (bytesAvailable() > longestLine && !canReadLine())
+        Q_EMIT lineTooLong();
 }
 
 void socket::drop()

@@ -14,6 +14,9 @@ public:
     socket();
     ~socket() override;
 
+    /// No line is longer, in bytes: some eight times what message tags and text come to together (IRCv3).
+    static constexpr qint64 longestLine = 64 * 1024;
+
     /// Connects, again if need be: an earlier connection ends at once and in silence, and what it had sent
     /// but was not yet read is gone. (QAbstractSocket itself would warn and do nothing.)
     void connectToHost(const QString &host, quint16 port, OpenMode mode = ReadWrite,
@@ -26,6 +29,8 @@ public:
 Q_SIGNALS:
     /// One whole line or more can be read. Comes once for each arrival of bytes: read them all.
     void readyLine();
+    /// What has come holds more than a line may, and no line feed.
+    void lineTooLong();
 
 public Q_SLOTS:
     void dataReady();

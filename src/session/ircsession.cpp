@@ -37,6 +37,7 @@ ircsession::ircsession(parlo *window)
     connect(&conn, &connection::rpl_namreply, this, &ircsession::rpl_namreply);
     connect(&conn, &connection::rpl_endofnames, this, &ircsession::rpl_endofnames);
     connect(&conn, &connection::nick, this, &ircsession::parseNick);
+    connect(&conn, &connection::dropped, serverTab, &irctab::message);
 }
 
 // A tab that goes makes another one announce itself: nothing may listen to that any more.

@@ -7,7 +7,12 @@
 
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace {
+
+/// While lines keep coming, the view is laid out and painted once in so many milliseconds.
+constexpr int frameMs = 40;
 
 /// IRC colours 1 to 15; 0 has none.
 constexpr QLatin1StringView colours[] = {
@@ -57,6 +62,8 @@ ircview::ircview(QWidget *parent) : QPlainTextEdit(parent)
 
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    frame.setSingleShot(true);
+    connect(&frame, &QTimer::timeout, this, &ircview::settle);
 }
 
 ircview::~ircview()
@@ -72,10 +79,11 @@ void ircview::addLine(const QString &line)
         markup.chop(1);
     if (!editing) {
         editing = true;
-        selectionStart = textCursor().anchor();
-        selectionEnd = textCursor().position();
+        const QTextCursor own = textCursor();
+        selectedEnd = own.hasSelection() && own.selectionEnd() == pen.position() ? pen.position() : -1;
         pen.beginEditBlock();
-        QMetaObject::invokeMethod(this, &ircview::settle, Qt::QueuedConnection);
+        const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
+        frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
     }
     const richline rich(markup);
 
@@ -99,6 +107,8 @@ void ircview::scrollToBottom()
         editing = false;
         pen.endEditBlock();
         keepSelection();
+        frame.stop();
+        sinceFrame.start();
     }
     // Lines are laid out when they come into view and may turn out taller than they were taken for: the
     // bottom moves while we go there, and the number of the bottom may stand for another line than it did
@@ -110,14 +120,14 @@ void ircview::scrollToBottom()
     while (bar->value() != bar->maximum());
 }
 
-// A selection that reaches to the end of the document grows with it.
 void ircview::keepSelection()
 {
     QTextCursor own = textCursor();
-    if (selectionStart == selectionEnd || (own.anchor() == selectionStart && own.position() == selectionEnd))
+    if (selectedEnd < 0 || own.selectionEnd() != pen.position())
         return;
-    own.setPosition(selectionStart);
-    own.setPosition(selectionEnd, QTextCursor::KeepAnchor);
+    const int position = std::min(own.position(), selectedEnd);
+    own.setPosition(std::min(own.anchor(), selectedEnd));
+    own.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(own);
 }
 

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPlainTextEdit>
+#include <QTimer>
 
 class ircmode;
 class loglayout;
 
 /// The conversation of a tab: read-only, one paragraph an event, growing at the bottom, where it always is.
 ///
-/// A line's text is in the document when addLine() returns. Layout, scrolling and painting wait until control
-/// is back in the event loop, once for all lines that came in one go.
+/// A line's text is in the document when addLine() returns. Layout, scrolling and painting wait for the next
+/// frame, once for all lines that came before it: that is when control is back in the event loop or, while
+/// lines keep coming, a moment later.
 class ircview : public QPlainTextEdit
 {
     Q_OBJECT
@@ -42,9 +45,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    /// Ends the edit that the lines since the last turn of the event loop are in, and shows them.
+    /// Ends the edit that the lines since the last frame are in, and shows them.
     void settle();
-    /// Selects again what the user had selected before the edit.
+    /// Takes back what a selection up to the end of the document has grown by.
     void keepSelection();
 
     loglayout *log;
@@ -52,6 +55,8 @@ private:
     QTextCursor pen;
     bool empty = true;
     bool editing = false;
-    int selectionStart = 0;
-    int selectionEnd = 0;
+    QTimer frame;
+    QElapsedTimer sinceFrame;
+    /// Where the document ended before the edit, if what the user had selected ended there; else -1.
+    int selectedEnd = -1;
 };
