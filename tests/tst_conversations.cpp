@@ -72,13 +72,13 @@ QString tst_conversations::received()
     return QString::fromLatin1(line.endsWith("\r\n") ? line.chopped(2) : line + "(no CR LF)");
 }
 
-/// "^A" stands for U+0001 and so on: a script is read by people, too.
+/// "^@" stands for U+0000, "^A" for U+0001 and so on: a script is read by people, too.
 static QString unescaped(QString text, quint16 port)
 {
     text.replace(QStringLiteral("$PORT"), QString::number(port));
     if (text.endsWith(u'$'))
         text.chop(1);
-    for (char16_t c = 1; c < 0x20; ++c)
+    for (char16_t c = 0; c < 0x20; ++c)
         text.replace(u'^' + QString(QChar(c + 0x40)), QString(QChar(c)));
     return text;
 }

@@ -7,6 +7,7 @@
 #include "setup/preset.h"
 #include "ui/ircuserbox.h"
 #include "ui/ircview.h"
+#include "ui/richline.h"
 #include "ui/tabbar.h"
 
 #include <QLineEdit>
@@ -94,7 +95,8 @@ QStringList user::lines(const QString &tab) const
     if (page == nullptr)
         return {};
     const auto *document = page->findChild<ircview *>()->document();
-    return document->isEmpty() ? QStringList() : document->toPlainText().split(u'\n');
+    const QString text = document->toPlainText().remove(richline::breakHere);
+    return document->isEmpty() ? QStringList() : text.split(u'\n');
 }
 
 // Kept with the page, so that it goes with its tab.

@@ -60,10 +60,10 @@ void connection::connectToServer(const QString &host, int port, const QString &n
 void connection::login()
 {
     Q_EMIT debug(QStringLiteral("Connected, Logging in..."));
-    socket.sendLine(u"USER " + identity.user() + u" HOSTNAME " + server + u" :" + identity.realname());
-    socket.sendLine(u"NICK " + identity.nick());
+    send(u"USER " + identity.user() + u" HOSTNAME " + server + u" :" + identity.realname());
+    send(u"NICK " + identity.nick());
     if (!channels.isEmpty())
-        socket.sendLine(u"JOIN " + channels.join(u','));
+        send(u"JOIN " + channels.join(u','));
     loggedIn = true;
     welcomed = false;
 }
@@ -90,6 +90,12 @@ void connection::giveUp()
 {
     Q_EMIT dropped(QStringLiteral("The server sent a line of over 64 KiB"));
     socket.abort();
+}
+
+void connection::send(QString line)
+{
+    line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
+    socket.sendLine(line);
 }
 
 // --- lines from the server
@@ -142,7 +148,7 @@ void connection::handleWelcome(ircmessage *msg)
 void connection::handlePing(ircmessage *msg)
 {
     Q_EMIT debug(QStringLiteral("PING? PONG!"));
-    socket.sendLine(u"PONG " + msg->param(0, false));
+    send(u"PONG " + msg->param(0, false));
 }
 
 void connection::handlePrivmsg(ircmessage *msg)
@@ -255,12 +261,12 @@ void connection::serverCommand(QTextStream &args, const QString & /*target*/)
 
 void connection::quitCommand(QTextStream &args, const QString & /*target*/)
 {
-    socket.sendLine(u"QUIT :" + rest(args));
+    send(u"QUIT :" + rest(args));
 }
 
 void connection::quoteCommand(QTextStream &args, const QString & /*target*/)
 {
-    socket.sendLine(rest(args));
+    send(rest(args));
 }
 
 void connection::msgCommand(QTextStream &args, const QString & /*target*/)
@@ -271,7 +277,7 @@ void connection::msgCommand(QTextStream &args, const QString & /*target*/)
 
 void connection::joinCommand(QTextStream &args, const QString & /*target*/)
 {
-    socket.sendLine(u"JOIN :" + rest(args));
+    send(u"JOIN :" + rest(args));
 }
 
 void connection::partCommand(QTextStream &args, const QString &target)
@@ -280,21 +286,21 @@ void connection::partCommand(QTextStream &args, const QString &target)
         return;
     const QString channel = word(args);
     if (channel.isEmpty())
-        socket.sendLine(u"PART " + target + u" :");
+        send(u"PART " + target + u" :");
     else
-        socket.sendLine(u"PART " + channel + u" :" + rest(args));
+        send(u"PART " + channel + u" :" + rest(args));
 }
 
 void connection::modeCommand(QTextStream &args, const QString & /*target*/)
 {
-    socket.sendLine(u"MODE " + rest(args));
+    send(u"MODE " + rest(args));
 }
 
 void connection::nickCommand(QTextStream &args, const QString & /*target*/)
 {
     const QString newNick = rest(args);
     if (loggedIn)
-        socket.sendLine(u"NICK " + newNick);
+        send(u"NICK " + newNick);
     else
         identity.setNick(newNick);
 }
@@ -306,7 +312,7 @@ void connection::kickCommand(QTextStream &args, const QString &target)
     const QString victim = word(args);
     const QString line = u"KICK " + target + u' ' + victim + u" :" + rest(args);
     Q_EMIT debug(line);
-    socket.sendLine(line);
+    send(line);
 }
 
 void connection::ctcpCommand(QTextStream &args, const QString & /*target*/)
@@ -322,7 +328,7 @@ void connection::meCommand(QTextStream &args, const QString &target)
 
 void connection::sendPrivmsg(const QString &target, const QString &text)
 {
-    socket.sendLine(u"PRIVMSG " + target + u" :" + text);
+    send(u"PRIVMSG " + target + u" :" + text);
 }
 
 void connection::sendCtcp(const QString &target, const QString &text)
@@ -332,5 +338,5 @@ void connection::sendCtcp(const QString &target, const QString &text)
 
 void connection::sendCtcpReply(const QString &target, const QString &text)
 {
-    socket.sendLine(u"NOTICE " + target + u" :" + ctcpMark + text + ctcpMark);
+    send(u"NOTICE " + target + u" :" + ctcpMark + text + ctcpMark);
 }

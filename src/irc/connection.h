@@ -92,6 +92,9 @@ private:
     static const command commands[];
 
     void giveUp();
+    /// Writes one line, whatever is in it: a line end or a U+0000 of a stranger's or the clipboard's is left
+    /// out.
+    void send(QString line);
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
     void handlePing(ircmessage *msg);

@@ -16,6 +16,9 @@ namespace {
 
 /// Long enough for the signal that asked for the close to have returned.
 constexpr int closeDelayMs = 1;
+/// So many CTCP requests are answered in so many milliseconds.
+constexpr int mostAnswers = 5;
+constexpr int answerPeriodMs = 10'000;
 
 } // namespace
 
@@ -225,10 +228,20 @@ void ircsession::parseCtcp(ircmessage *msg)
     const QString keyword = msg->param(1, true).toLower();
     if (keyword == u"version") {
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
-        conn.sendCtcpReply(sender, QStringLiteral("VERSION Parlo 0.2"));
+        if (mayAnswer())
+            conn.sendCtcpReply(sender, QStringLiteral("VERSION Parlo 0.2"));
     } else if (keyword == u"action") {
         parseAction(msg);
     }
+}
+
+bool ircsession::mayAnswer()
+{
+    if (!sinceAnswers.isValid() || sinceAnswers.hasExpired(answerPeriodMs)) {
+        sinceAnswers.start();
+        answers = 0;
+    }
+    return ++answers <= mostAnswers;
 }
 
 void ircsession::parseAction(ircmessage *msg)

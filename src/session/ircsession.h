@@ -3,6 +3,7 @@
 
 #include "irc/connection.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 #include <memory>
@@ -65,6 +66,9 @@ private:
     /// Where a PRIVMSG or an ACTION belongs: the sender's query tab or the target's tab, opened if need be.
     irctab *tabForMessage(const ircmessage *msg);
     channeltab *findChannelTab(const QString &name) const;
+    /// Whether a request may be answered now: a few in a short time may, so that nobody makes us flood
+    /// others.
+    bool mayAnswer();
     /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);
@@ -77,6 +81,8 @@ private:
     irctab *topTab;
     connection conn;
     irctab *closingTab = nullptr;
+    QElapsedTimer sinceAnswers;
+    int answers = 0;
     /// One for every channel tab ever opened: a roster outlives its tab.
     std::vector<std::unique_ptr<ircchannel>> rosters;
 };

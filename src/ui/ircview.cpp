@@ -5,7 +5,9 @@
 #include "ui/loglayout.h"
 #include "ui/richline.h"
 
+#include <QMimeData>
 #include <QScrollBar>
+#include <QTextDocumentFragment>
 
 #include <algorithm>
 
@@ -129,6 +131,13 @@ void ircview::keepSelection()
     own.setPosition(std::min(own.anchor(), selectedEnd));
     own.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(own);
+}
+
+QMimeData *ircview::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(textCursor().selection().toPlainText().remove(richline::breakHere));
+    return copied;
 }
 
 void ircview::resizeEvent(QResizeEvent *event)

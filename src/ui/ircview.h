@@ -42,6 +42,8 @@ public:
     static QString ircToHtml(const QString &text);
 
 protected:
+    /// What was said, as plain text.
+    QMimeData *createMimeDataFromSelection() const override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -8,6 +8,9 @@
 namespace {
 
 constexpr qsizetype longestEntity = 10;
+/// Qt takes time in proportion to the square of a word's length to lay it out: over a second for one of 64
+/// KiB, and 30 ms when it may be broken after so many characters.
+constexpr int longestWord = 128;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
 /// seconds.
 constexpr size_t mostSpans = 512;
@@ -87,9 +90,14 @@ richline::richline(QStringView markup)
 
 void richline::appendText(QStringView piece)
 {
-    const qsizetype old = m_text.size();
-    m_text += piece;
-    std::replace_if(m_text.begin() + old, m_text.end(), breaksBlock, u' ');
+    for (const QChar c : piece) {
+        wordLength = c == u' ' || breaksBlock(c) ? 0 : wordLength + 1;
+        if (wordLength > longestWord && !c.isLowSurrogate()) {
+            m_text += breakHere;
+            wordLength = 1;
+        }
+        m_text += breaksBlock(c) ? u' ' : c;
+    }
 }
 
 qsizetype richline::readTag(QStringView rest)
@@ -125,7 +133,7 @@ qsizetype richline::readEntity(QStringView rest)
     }
     for (const entity &e : entities) {
         if (name == e.name) {
-            m_text += QChar(e.character);
+            appendText(QString(QChar(e.character)));
             return end + 1;
         }
     }
