@@ -107,7 +107,9 @@ class Client:
 
     def __init__(self, argv, home, as_nobody):
         prefix = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if as_nobody else []
-        env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home)
+        # No session bus: one that is launched for a client outlives it, and the next one waits for the dead.
+        env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, NO_AT_BRIDGE="1",
+                   DBUS_SESSION_BUS_ADDRESS="disabled:")
         self.started = time.monotonic()
         self.process = subprocess.Popen(prefix + argv, env=env, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL, start_new_session=True)
@@ -240,7 +242,7 @@ def main():
     flood = {20000: talk(20000), 100000: talk(100000)}
     with tempfile.TemporaryFile("w+") as number:
         screen = subprocess.Popen(["Xvfb", "-displayfd", str(number.fileno()), "-screen", "0", "1280x800x24",
-                                   "-nolisten", "tcp"], pass_fds=[number.fileno()], stderr=subprocess.DEVNULL)
+                                   "-nolisten", "tcp", "-noreset"], pass_fds=[number.fileno()], stderr=subprocess.DEVNULL)
         try:
             while not number.seek(0) and not (display := number.read().strip()):
                 time.sleep(0.05)

@@ -203,7 +203,7 @@ void ircview::nick(const QString &oldnick, const QString &newnick)
 QString ircview::ircToHtml(const QString &text)
 {
     QString html;
-    html.reserve(text.size());
+    html.reserve(text.size() + 64);
     bool bold = false;
     bool underline = false;
     bool colour = false;
