@@ -11,6 +11,7 @@
 //   tabs NAMES                 the tabs must be these, from left to right, separated by " | "
 //   front TAB                  this tab must be in front
 //   select TAB                 the user clicks a tab
+//   picture NAME-WIDTHxHEIGHT  the window, at this size, is saved as a picture
 //   close                      the server closes the connection
 //   gone                       the server sees the connection end
 //   welcome back               the server waits for a new connection
@@ -104,6 +105,10 @@ void tst_conversations::step(const QString &line)
         QTRY_COMPARE(person->frontTab(), rest);
     } else if (word == u"select") {
         person->select(rest);
+    } else if (word == u"picture") {
+        const QStringList size = rest.section(u'-', 1).split(u'x');
+        person->window()->resize(size.at(0).toInt(), size.at(1).toInt());
+        QVERIFY(user::picture(*person->window(), rest));
     } else if (word == u"close") {
         client->disconnectFromHost();
     } else if (word == u"gone") {

@@ -5,6 +5,7 @@
 #include "platform/config.h"
 #include "setup/connectbox.h"
 #include "setup/presetbox.h"
+#include "user.h"
 
 #include <QApplication>
 #include <QFile>
@@ -256,9 +257,12 @@ void tst_setup::editorComplains()
 
 void tst_setup::returnMeansConnect()
 {
-    write("[Presets]\n0=One\n");
+    write("[Presets]\n0=Libera\n1=At home\n");
     asked a;
-    a.box.show();
+    QVERIFY(user::picture(a.box, QStringLiteral("connect-presets")));
+    a.pages()->setCurrentIndex(1);
+    QVERIFY(user::picture(a.box, QStringLiteral("connect-quick")));
+    a.pages()->setCurrentIndex(0);
     a.list()->setFocus();
     a.list()->setCurrentRow(0);
     QTest::keyClick(a.list(), Qt::Key_Return);
@@ -267,9 +271,14 @@ void tst_setup::returnMeansConnect()
 
 void tst_setup::editorFits()
 {
-    QList<preset> presets;
-    presetbox editor(&presets, -1, true);
-    editor.show();
+    QList<preset> presets{{QStringLiteral("Libera"),
+                           QStringLiteral("irc.libera.chat"),
+                           6667,
+                           QStringLiteral("ada"),
+                           {},
+                           {QStringLiteral("#parlo")}}};
+    presetbox editor(&presets, 0, false);
+    QVERIFY(user::picture(editor, QStringLiteral("preset-editor")));
     QCOMPARE(editor.size(), QSize(200, 250));
     for (const QWidget *part : editor.findChildren<QWidget *>()) {
         if (!part->inherits("QLabel") && !part->inherits("QLineEdit") && !part->inherits("QPushButton"))

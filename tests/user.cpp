@@ -17,6 +17,17 @@
 #include <QTest>
 #include <QTimer>
 
+bool user::picture(QWidget &window, const QString &name)
+{
+    const QTemporaryDir scratch;
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        return false;
+    QCoreApplication::processEvents();
+    const QString folder = qEnvironmentVariable("PICTURES", scratch.path());
+    return window.grab().save(folder + u'/' + name + u".png");
+}
+
 user::user()
 {
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());

@@ -14,6 +14,9 @@ class parlo;
 class user
 {
 public:
+    /// Saves what `window` shows as `name`.png: in the folder that PICTURES names, where there is one.
+    static bool picture(QWidget &window, const QString &name);
+
     user();
     ~user();
 
