@@ -105,7 +105,9 @@ class Server:
 class Client:
     """A running client: its process, and what /proc says of it."""
 
-    def __init__(self, argv, home, as_nobody):
+    process = None
+
+    def launch(self, argv, home, as_nobody):
         prefix = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if as_nobody else []
         # No session bus: one that is launched for a client outlives it, and the next one waits for the dead.
         env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, NO_AT_BRIDGE="1",
@@ -141,42 +143,44 @@ class Client:
         raise RuntimeError("no window '%s'" % title)
 
     def stop(self):
+        if self.process is None:
+            return
         os.killpg(self.process.pid, signal.SIGKILL)
         self.process.wait()
 
 
-def start_parlo(args, server, home):
+def start_parlo(client, args, server, home):
     pathlib.Path(home, "parlo.conf").write_text(
         "[Presets]\n0=bench\n[Preset0]\nnick=bench\nserver=127.0.0.1\nport=%d\nchannels=\"%s\"\n"
         % (server.port, CHANNEL))
-    client = Client([os.path.abspath(args.parlo)], home, False)
+    client.launch([os.path.abspath(args.parlo)], home, False)
     dialog = client.window("^Connect to IRC Server$")
     shown = time.monotonic() - client.started
     subprocess.run(["xdotool", "windowfocus", "--sync", dialog], check=True)
     for keys in (["mousemove", "--window", dialog, "60", "100", "click", "1"], ["key", "Home"], ["key", "Return"]):
         subprocess.run(["xdotool"] + keys, check=True)
-    return client, shown
+    return shown
 
 
-def start_hexchat(_args, server, home):
+def start_hexchat(client, _args, server, home):
     pathlib.Path(home, "hexchat.conf").write_text(
         "version = 2.16.1\nirc_nick1 = bench\nirc_user_name = bench\nirc_real_name = bench\ngui_slist_skip = 1\n"
         "gui_join_dialog = 0\ngui_tray = 0\ngui_input_spell = 0\nirc_logging = 0\nnet_throttle = 0\n"
         "text_max_lines = 0\nhex_input_perc_color = 0\n")
     if os.getuid() == 0:    # it does not run as root
         subprocess.run(["chown", "-R", "nobody:nogroup", home], check=True)
-    client = Client(["hexchat", "-d", home, "--url=irc://127.0.0.1:%d/%s" % (server.port, CHANNEL[1:])], home,
+    client.launch(["hexchat", "-d", home, "--url=irc://127.0.0.1:%d/%s" % (server.port, CHANNEL[1:])], home,
                     os.getuid() == 0)
     client.window("HexChat")
-    return client, time.monotonic() - client.started
+    return time.monotonic() - client.started
 
 
 def run(start, args, flood):
     """One start of a client and everything that is measured on it, as {figure: value}."""
     server, home, out = Server(), tempfile.mkdtemp(), {}
-    client = None
+    client = Client()
     try:
-        client, shown = start(args, server, home)
+        shown = start(client, args, server, home)
         out["first window, ms"] = shown * 1000
         server.welcome()
         client.settle()
@@ -198,8 +202,7 @@ def run(start, args, flood):
         client.settle()
         out["500 joins, 200 modes, 500 quits there, CPU ms"] = (client.cpu() - before) * 1000
     finally:
-        if client:
-            client.stop()
+        client.stop()
         shutil.rmtree(home, ignore_errors=True)
     return out
 
@@ -236,6 +239,7 @@ def main():
     parser.add_argument("--against", choices=["hexchat"])
     parser.add_argument("--runs", type=int, default=5)
     args = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     starts = {"parlo": start_parlo}
     if args.against:
         starts[args.against] = start_hexchat
@@ -245,6 +249,8 @@ def main():
                                    "-nolisten", "tcp", "-noreset"], pass_fds=[number.fileno()], stderr=subprocess.DEVNULL)
         try:
             while not number.seek(0) and not (display := number.read().strip()):
+                if screen.poll() is not None:
+                    raise RuntimeError("Xvfb does not start")
                 time.sleep(0.05)
             os.environ["DISPLAY"] = ":" + display
             results = {name: [] for name in starts}
@@ -253,7 +259,7 @@ def main():
                     print("run %d of %d: %s" % (turn + 1, args.runs, name), file=sys.stderr)
                     results[name].append(run(starts[name], args, flood))
         finally:
-            screen.kill()
+            screen.terminate()
             screen.wait()
     table("the program, median of %d (least to most)" % args.runs, results)
     table("the stages, in one process", {"parlo": [stages(args) for _ in range(args.runs)]})

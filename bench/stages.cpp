@@ -79,10 +79,10 @@ QStringList talk(int lines)
     return all;
 }
 
-qsizetype heap()
+size_t heap()
 {
     const struct mallinfo2 info = mallinfo2();
-    return static_cast<qsizetype>(info.uordblks + info.hblkhd);
+    return info.uordblks + info.hblkhd;
 }
 
 void parts(const QStringList &lines)
@@ -106,7 +106,7 @@ void parts(const QStringList &lines)
     ircview view(nullptr);
     view.resize(240, 320);
     view.show();
-    const qsizetype before = heap();
+    const size_t before = heap();
     const auto add = [&](qsizetype from, qsizetype to) {
         return microseconds([&] {
             for (qsizetype i = from; i < to; ++i) {

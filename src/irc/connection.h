@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 class QTextStream;
 class ircmessage;
@@ -122,4 +123,8 @@ private:
     bool registered = false;
     /// Whether this connection has had its 001; `registered` may still be that of the one before.
     bool welcomed = false;
+    /// The server has closed the connection, and there are lines of it to read yet.
+    bool ended = false;
+    /// Goes on reading what one turn of the event loop has left.
+    QTimer nextTurn;
 };

@@ -5,17 +5,14 @@
 
 namespace {
 
-/// So much, in bytes, comes from the operating system in one turn of the event loop, however much waits
-/// there: some 1,000 lines, which take about 10 ms. The window stays alive when a server sends as fast as it
-/// can.
-constexpr qint64 bytesPerTurn = 128 * 1024;
+/// So much, in bytes, waits here for its reader at most; the rest waits at the server.
+constexpr qint64 mostWaiting = 8LL * 1024 * 1024;
 
 } // namespace
 
 socket::socket()
 {
-    static_assert(bytesPerTurn > longestLine, "a line that is waited for must fit");
-    setReadBufferSize(bytesPerTurn);
+    setReadBufferSize(mostWaiting);
     connect(this, &QTcpSocket::readyRead, this, &socket::dataReady);
 }
 
