@@ -40,8 +40,7 @@ connection::connection()
     connect(&nextTurn, &QTimer::timeout, this, &connection::readSocket);
 }
 
-// --- the connection
-// -------------------------------------------------------------------------------------------
+// --- the connection ---
 
 void connection::connectToServer(const QString &host, int port, const QString &nick, const QString &user,
                                  const QString &realname)
@@ -120,8 +119,7 @@ void connection::send(QString line)
     socket.sendLine(line);
 }
 
-// --- lines from the server
-// --------------------------------------------------------------------------------------
+// --- lines from the server ---
 
 struct connection::reply
 {
@@ -237,8 +235,7 @@ bool connection::isChannel(const QString &name)
     return name.startsWith(u'#') || name.startsWith(u'&');
 }
 
-// --- lines from the user
-// ----------------------------------------------------------------------------------------
+// --- lines from the user ---
 
 struct connection::command
 {

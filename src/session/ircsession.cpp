@@ -50,8 +50,7 @@ ircsession::~ircsession()
         tab->disconnect(this);
 }
 
-// --- tabs
-// -------------------------------------------------------------------------------------------------------
+// --- tabs ---
 
 template <typename Tab>
 Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
@@ -110,8 +109,7 @@ void ircsession::newTopTab(irctab *tab)
     topTab = tab;
 }
 
-// --- the user
-// ---------------------------------------------------------------------------------------------------
+// --- the user ---
 
 void ircsession::showConnectDialog()
 {
@@ -158,8 +156,7 @@ void ircsession::errormsg(const QString &text)
     topTab->message(text);
 }
 
-// --- routing
-// ----------------------------------------------------------------------------------------------------
+// --- routing ---
 
 bool ircsession::addressedToMe(const ircmessage *msg) const
 {

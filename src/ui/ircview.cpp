@@ -61,7 +61,6 @@ ircview::ircview(QWidget *parent) : QPlainTextEdit(parent)
     setDocument(document);
     pen = QTextCursor(document);
     setReadOnly(true);
-
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     frame.setSingleShot(true);
@@ -88,7 +87,6 @@ void ircview::addLine(const QString &line)
         frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
     }
     const richline rich(markup);
-
     // The format is said: otherwise it would be that of wherever the user's own cursor has been.
     if (!empty)
         pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
