@@ -6,7 +6,7 @@
 namespace {
 
 /// So much, in bytes, waits here for its reader at most; the rest waits at the server.
-constexpr qint64 mostWaiting = 8LL * 1024 * 1024;
+constexpr qint64 mostWaiting = 512LL * 1024;
 
 } // namespace
 
