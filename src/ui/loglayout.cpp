@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/loglayout.h"
 
+#include <QFontMetricsF>
 #include <QScopedValueRollback>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -30,7 +31,7 @@ loglayout::loglayout(QTextDocument *document) : QPlainTextDocumentLayout(documen
 
 void loglayout::addSpans(int position, const std::vector<richspan> &lineSpans)
 {
-    editing = true;
+    editStart = std::min(editStart, position);
     for (richspan span : lineSpans) {
         span.start += position;
         spans.push_back(span);
@@ -39,8 +40,13 @@ void loglayout::addSpans(int position, const std::vector<richspan> &lineSpans)
 
 QRectF loglayout::blockBoundingRect(const QTextBlock &block) const
 {
-    if (block.isValid() && block.layout()->lineCount() == 0)
-        dress(block);
+    if (!block.isValid() || block.layout()->lineCount() > 0)
+        return QPlainTextDocumentLayout::blockBoundingRect(block);
+    // Whoever paints in the middle of an edit meets lines that Qt's layout has not been told of yet. It would
+    // lose count of its widest line, and make an object of 1 KiB for every line there is to find it again.
+    if (block.position() >= editStart)
+        return {0, 0, 0, QFontMetricsF(document()->defaultFont()).lineSpacing()};
+    dress(block);
     return QPlainTextDocumentLayout::blockBoundingRect(block);
 }
 
@@ -48,7 +54,7 @@ void loglayout::documentChanged(int from, int charsRemoved, int charsAdded)
 {
     if (dressing)
         return;
-    editing = false;
+    editStart = noEdit;
     // The first line goes into the block that an empty document has, which may be laid out already.
     document()->findBlock(from).clearLayout();
     QPlainTextDocumentLayout::documentChanged(from, charsRemoved, charsAdded);
@@ -70,6 +76,6 @@ void loglayout::dress(const QTextBlock &block) const
     // But while an edit block is open, its own changes are under way with that word and must not be lost.
     const QScopedValueRollback quiet(dressing, true);
     block.layout()->setFormats(formats);
-    if (!editing)
+    if (editStart == noEdit)
         document()->markContentsDirty(start, block.length());
 }

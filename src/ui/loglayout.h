@@ -5,6 +5,7 @@
 
 #include <QPlainTextDocumentLayout>
 
+#include <limits>
 #include <vector>
 
 /// The layout of a log: lines of plain text that only ever grow at the end, and beside them the runs of
@@ -30,9 +31,11 @@ protected:
 private:
     void dress(const QTextBlock &block) const;
 
+    static constexpr int noEdit = std::numeric_limits<int>::max();
+
     /// In the order of their positions in the document.
     std::vector<richspan> spans;
-    /// Lines have been written whose edit block is not closed yet.
-    bool editing = false;
+    /// Where the first line stands whose edit block is not closed yet. It is shown when that is.
+    int editStart = noEdit;
     mutable bool dressing = false;
 };
