@@ -11,10 +11,14 @@
 //   tabs NAMES                 the tabs must be these, from left to right, separated by " | "
 //   front TAB                  this tab must be in front
 //   select TAB                 the user clicks a tab
-//   picture NAME-WIDTHxHEIGHT  the window, at this size, is saved as a picture
-//   close                      the server closes the connection
-//   gone                       the server sees the connection end
-//   welcome back               the server waits for a new connection
+//   edit TAB TEXT              the user types a text and does not press Return
+//   press TAB KEYS             the user presses keys in the tab's input line: "Tab Shift+Tab"
+//   input TAB TEXT             this must stand in the input line
+//   news TAB WORDS             the tab's label must show these news: "", "something happened", "new
+//   messages", "for you" choose TAB NICK            the user double-clicks a member picture NAME-WIDTHxHEIGHT
+//   the window, at this size, is saved as a picture close                      the server closes the
+//   connection gone                       the server sees the connection end welcome back               the
+//   server waits for a new connection
 //
 // "TAB/2" is the second tab of a name, $PORT the server's port, a "$" at the end of a line keeps the space
 // before it. Lines that begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed
@@ -109,6 +113,16 @@ void tst_conversations::step(const QString &line)
         QTRY_COMPARE(person->frontTab(), rest);
     } else if (word == u"select") {
         person->select(rest);
+    } else if (word == u"edit") {
+        person->edit(rest.section(u' ', 0, 0), rest.section(u' ', 1));
+    } else if (word == u"press") {
+        person->press(rest.section(u' ', 0, 0), rest.section(u' ', 1));
+    } else if (word == u"input") {
+        QCOMPARE(person->input(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
+    } else if (word == u"news") {
+        QTRY_COMPARE(person->news(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
+    } else if (word == u"choose") {
+        person->choose(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"picture") {
         const QStringList size = rest.section(u'-', 1).split(u'x');
         person->window()->resize(size.at(0).toInt(), size.at(1).toInt());

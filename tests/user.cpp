@@ -5,12 +5,13 @@
 #include "platform/config.h"
 #include "setup/connectbox.h"
 #include "setup/preset.h"
+#include "ui/chatinput.h"
 #include "ui/ircuserbox.h"
 #include "ui/ircview.h"
 #include "ui/richline.h"
 #include "ui/tabbar.h"
 
-#include <QLineEdit>
+#include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
 #include <QStackedWidget>
@@ -57,10 +58,7 @@ void user::connectTo(quint16 port, const QString &nick, const QString &channels)
 
 QStringList user::tabs() const
 {
-    QStringList names;
-    for (int i = 0; i < m_window->tabBar->count(); ++i)
-        names.append(m_window->tabBar->tabText(i).replace(QStringLiteral("&&"), QStringLiteral("&")));
-    return names;
+    return m_window->tabBar->labels();
 }
 
 QString user::frontTab() const
@@ -95,9 +93,44 @@ void user::select(const QString &tab)
 
 void user::type(const QString &tab, const QString &text)
 {
-    auto *input = pageOf(tab)->findChild<QLineEdit *>();
-    input->setText(text);
-    QTest::keyClick(input, Qt::Key_Return);
+    edit(tab, text);
+    press(tab, QStringLiteral("Return"));
+}
+
+void user::edit(const QString &tab, const QString &text)
+{
+    pageOf(tab)->findChild<chatinput *>()->setText(text);
+}
+
+void user::press(const QString &tab, const QString &keys)
+{
+    auto *input = pageOf(tab)->findChild<chatinput *>();
+    for (const QString &key : keys.split(u' ')) {
+        const QKeyCombination pressed = QKeySequence::fromString(key)[0];
+        QTest::keyClick(input, pressed.key(), pressed.keyboardModifiers());
+    }
+}
+
+QString user::input(const QString &tab) const
+{
+    return pageOf(tab)->findChild<chatinput *>()->text();
+}
+
+QString user::news(const QString &tab) const
+{
+    const tabbar *bar = m_window->tabBar;
+    const int index = indexOf(tab);
+    const bool coloured = bar->tabTextColor(index) != bar->palette().color(QPalette::WindowText);
+    return coloured ? bar->accessibleTabName(index).mid(tabs().at(index).size() + 2) : QString();
+}
+
+void user::choose(const QString &tab, const QString &nick)
+{
+    auto *list = pageOf(tab)->findChild<ircuserbox *>();
+    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, nick);
+    const QPoint place = list->visualRect(found.value(0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
 QStringList user::lines(const QString &tab) const

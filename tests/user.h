@@ -29,6 +29,15 @@ public:
     /// Clicks the tab called `tab`. The second one of a name is called "name/2".
     void select(const QString &tab);
     void type(const QString &tab, const QString &text);
+    /// Types a text without Return, then presses `keys` ("Ctrl+PgUp Tab") there.
+    void edit(const QString &tab, const QString &text);
+    void press(const QString &tab, const QString &keys);
+    /// What stands in the input line.
+    QString input(const QString &tab) const;
+    /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
+    QString news(const QString &tab) const;
+    /// Double-clicks a member in the list of a tab.
+    void choose(const QString &tab, const QString &nick);
     /// The lines of a tab; none when there is no such tab.
     QStringList lines(const QString &tab) const;
     /// The next line of a tab that was not asked for yet; waits for it. Null when none comes.

@@ -6,10 +6,24 @@
 #include "session/ircsession.h"
 #include "ui/tabbar.h"
 
+#include <QApplication>
+#include <QFontInfo>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
-parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : QMainWindow(parent, flags)
+namespace {
+
+QString configName()
+{
+    return QStringLiteral("parlo");
+}
+
+} // namespace
+
+parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags)
+    : QMainWindow(parent, flags), prefs(preferences::load(configName()))
 {
     setObjectName(QLatin1StringView(name));
     setWindowIcon(Resource::loadPixmap(QStringLiteral("Parlo")));
@@ -23,8 +37,53 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : QMainWi
     column->addWidget(widgetStack);
     column->addWidget(tabBar);
     setCentralWidget(mainBox);
+    addZoomKeys();
+    applyFontSize();
+    if (prefs.windowSize.isValid())
+        resize(prefs.windowSize);
     session = std::make_unique<ircsession>(this);
     session->showConnectDialog();
 }
 
-parlo::~parlo() = default;
+parlo::~parlo()
+{
+    if (!isMaximized() && !isFullScreen())
+        prefs.windowSize = size();
+    if (prefs != preferences::load(configName()))
+        prefs.save(configName());
+}
+
+void parlo::wheelEvent(QWheelEvent *event)
+{
+    if (event->modifiers().testFlag(Qt::ControlModifier) && event->angleDelta().y() != 0)
+        zoom(event->angleDelta().y() > 0 ? 1 : -1);
+}
+
+void parlo::addZoomKeys()
+{
+    const auto add = [this](QKeyCombination keys, auto act) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, act);
+    };
+    for (const Qt::Key plus : {Qt::Key_Plus, Qt::Key_Equal})
+        add(Qt::CTRL | plus, [this] { zoom(1); });
+    add(Qt::CTRL | Qt::Key_Minus, [this] { zoom(-1); });
+    add(Qt::CTRL | Qt::Key_0, [this] {
+        prefs.fontSize = 0;
+        applyFontSize();
+    });
+}
+
+void parlo::zoom(int steps)
+{
+    const int size = prefs.fontSize == 0 ? QFontInfo(font()).pointSize() : prefs.fontSize;
+    prefs.fontSize = preferences::stepped(size, steps);
+    applyFontSize();
+}
+
+void parlo::applyFontSize()
+{
+    QFont wanted = font();
+    if (prefs.fontSize != 0)
+        wanted.setPointSize(prefs.fontSize);
+    QApplication::setFont(wanted, "ircview");
+}

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/preferences.h"
+
 #include <QMainWindow>
 
 #include <memory>
@@ -10,6 +12,8 @@ class ircsession;
 class tabbar;
 
 /// The main window: the pages of the tabs above the tab bar. Tabs put themselves into both.
+///
+/// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views.
 class parlo : public QMainWindow
 {
     Q_OBJECT
@@ -17,13 +21,23 @@ class parlo : public QMainWindow
 public:
     /// Starts the session and runs its connect dialog, which returns before the window is shown.
     explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {});
+    /// Keeps the preferences, if they have changed.
     ~parlo() override;
 
     tabbar *tabBar;
     QStackedWidget *widgetStack;
     QWidget *mainBox;
+    preferences prefs;
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
+    void addZoomKeys();
+    void zoom(int steps);
+    /// Gives the text in the views, those to come included, the size that the preferences say.
+    void applyFontSize();
+
     /// Never called: the window only ends its session, before the bar and the stack go that the tabs are in.
     std::unique_ptr<ircsession> session;
 };

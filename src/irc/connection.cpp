@@ -257,6 +257,14 @@ const connection::command connection::commands[] = {
     {QLatin1StringView("ME"), &connection::meCommand},
 };
 
+QStringList connection::commandWords()
+{
+    QStringList words;
+    for (const command &c : commands)
+        words.append(c.word);
+    return words;
+}
+
 void connection::userCommand(const QString &text, const QString &target)
 {
     QString line = text.startsWith(u'/') ? text.mid(1) : text;

@@ -43,6 +43,8 @@ public:
     /// Answers a CTCP request by NOTICE, so that two clients cannot keep each other busy.
     void sendCtcpReply(const QString &target, const QString &text);
 
+    /// The words of the commands that userCommand() knows, in capitals.
+    static QStringList commandWords();
     /// Whether `name` is a channel's (RFC 1459, 1.3).
     static bool isChannel(const QString &name);
 

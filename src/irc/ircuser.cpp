@@ -22,3 +22,20 @@ void ircuser::setNick(const QString &nick)
     m_nick = nick;
     m_key = nick.toLower();
 }
+
+bool ircuser::isNamedIn(const QString &text) const
+{
+    if (m_nick.isEmpty())
+        return false;
+    // RFC 2812, 2.3.1: what a nick may consist of.
+    const auto continues = [](QChar c) {
+        return c.isLetterOrNumber() || QStringView(u"-[]\\`_^{|}").contains(c);
+    };
+    for (qsizetype at = text.indexOf(m_nick, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(m_nick, at + 1, Qt::CaseInsensitive)) {
+        const qsizetype end = at + m_nick.size();
+        if ((at == 0 || !continues(text[at - 1])) && (end == text.size() || !continues(text[end])))
+            return true;
+    }
+    return false;
+}

@@ -28,6 +28,9 @@ public:
     /// The lower-cased nick, made once: what every comparison of nicks compares.
     const QString &key() const { return m_key; }
 
+    /// Whether `text` says the nick, as a word of its own and whatever the case.
+    bool isNamedIn(const QString &text) const;
+
     void setNick(const QString &nick);
     void setUser(const QString &user) { m_user = user; }
     void setHost(const QString &host) { m_host = host; }

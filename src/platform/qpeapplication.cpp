@@ -33,6 +33,7 @@ void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
         window->showMaximized();
         return;
     }
-    window->resize(desktopSize.boundedTo(screen.availableSize()));
+    const QSize wanted = window->testAttribute(Qt::WA_Resized) ? window->size() : desktopSize;
+    window->resize(wanted.boundedTo(screen.availableSize()));
     window->show();
 }

@@ -16,6 +16,7 @@ public:
     QPEApplication(int &argc, char **argv, Type type);
 
     /// Shows `window` as the program's main window: over the full screen on a handheld, and as an ordinary
-    /// window, 480 x 640 pixels at first, elsewhere. `noMaximize` asks for an ordinary window everywhere.
+    /// window, 480 x 640 pixels unless it was given a size, elsewhere. `noMaximize` asks for an ordinary
+    /// window everywhere.
     static void showMainWidget(QWidget *window, bool noMaximize);
 };

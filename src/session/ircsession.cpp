@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "session/ircsession.h"
 
+#include "app/parlo.h"
 #include "irc/ircmessage.h"
 #include "irc/ircmode.h"
 #include "session/ircchannel.h"
 #include "setup/connectbox.h"
 #include "ui/channeltab.h"
+#include "ui/ircuserbox.h"
 #include "ui/plaintab.h"
+#include "ui/tabbar.h"
 
 #include <QTimer>
 
@@ -40,6 +43,7 @@ ircsession::ircsession(parlo *window)
     connect(&conn, &connection::rpl_namreply, this, &ircsession::rpl_namreply);
     connect(&conn, &connection::rpl_endofnames, this, &ircsession::rpl_endofnames);
     connect(&conn, &connection::nick, this, &ircsession::parseNick);
+    connect(&conn, &connection::modes, this, &ircsession::modesChanged);
     connect(&conn, &connection::dropped, serverTab, &irctab::message);
 }
 
@@ -74,6 +78,8 @@ channeltab *ircsession::newChannelTab(const QString &name)
     channeltab *tab = adopt(std::make_unique<channeltab>(mainWindow, roster, name));
     connect(&conn, &connection::modes, tab, &irctab::modes);
     connect(&conn, &connection::mode, tab, &channeltab::mode);
+    connect(tab->userBox, &QListView::doubleClicked, this,
+            [this](const QModelIndex &member) { openQuery(member.data().toString()); });
     connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
     return tab;
 }
@@ -147,13 +153,44 @@ void ircsession::userInput(const QString &text, irctab *tab)
 
 void ircsession::socketDisconnect()
 {
-    for (const auto &tab : tabs)
+    for (const auto &tab : tabs) {
         tab->message(QStringLiteral("Disconnected"));
+        tab->happened();
+    }
+}
+
+void ircsession::openQuery(const QString &nick)
+{
+    if (const irctab *tab = findTab(nick))
+        mainWindow->tabBar->setCurrentTab(tab->tabId);
+    else
+        newPlainTab(nick);
 }
 
 void ircsession::errormsg(const QString &text)
 {
     topTab->message(text);
+}
+
+// --- news ---
+
+void ircsession::happened(irctab *tab, const ircmessage *msg) const
+{
+    if (!sentByMe(msg))
+        tab->happened();
+}
+
+void ircsession::spoke(irctab *tab, const ircmessage *msg, const QString &text) const
+{
+    if (!sentByMe(msg))
+        tab->spoke(msg->prefix()->nick(), addressedToMe(msg) || conn.identity.isNamedIn(text));
+}
+
+void ircsession::modesChanged(ircmode *m) const
+{
+    irctab *tab = findChannelTab(m->target());
+    if (tab != nullptr && m->who()->nick() != conn.identity.nick())
+        tab->happened();
 }
 
 // --- routing ---
@@ -198,7 +235,10 @@ void ircsession::forTabsWith(const QString &nick, Visit visit)
 
 void ircsession::parsePrivmsg(ircmessage *msg)
 {
-    tabForMessage(msg)->privmsg(msg->prefix()->nick(), msg->paramsFrom(1, true));
+    irctab *tab = tabForMessage(msg);
+    const QString text = msg->paramsFrom(1, true);
+    tab->privmsg(msg->prefix()->nick(), text);
+    spoke(tab, msg, text);
 }
 
 void ircsession::parseNotice(ircmessage *msg)
@@ -211,12 +251,18 @@ void ircsession::parseNotice(ircmessage *msg)
         tab = tabForMessage(msg);
     else if (tab = findTab(sender); tab == nullptr)
         tab = topTab;
-    tab->notice(sender, msg->paramsFrom(1, true));
+    const QString text = msg->paramsFrom(1, true);
+    tab->notice(sender, text);
+    if (tab == serverTab)
+        tab->happened();
+    else
+        spoke(tab, msg, text);
 }
 
 void ircsession::parseMessage(ircmessage *msg)
 {
     serverTab->message(msg->paramsFrom(1, true));
+    serverTab->happened();
 }
 
 void ircsession::parseCtcp(ircmessage *msg)
@@ -225,6 +271,7 @@ void ircsession::parseCtcp(ircmessage *msg)
     const QString keyword = msg->param(1, true).toLower();
     if (keyword == u"version") {
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
+        serverTab->happened();
         if (mayAnswer())
             conn.sendCtcpReply(sender, QStringLiteral("VERSION Parlo 0.2"));
     } else if (keyword == u"action") {
@@ -243,16 +290,21 @@ bool ircsession::mayAnswer()
 
 void ircsession::parseAction(ircmessage *msg)
 {
-    tabForMessage(msg)->action(msg->prefix()->nick(), msg->paramsFrom(2, true));
+    irctab *tab = tabForMessage(msg);
+    const QString text = msg->paramsFrom(2, true);
+    tab->action(msg->prefix()->nick(), text);
+    spoke(tab, msg, text);
 }
 
 void ircsession::parseJoin(ircmessage *msg)
 {
     const QString channel = msg->param(0, true);
-    if (sentByMe(msg))
+    if (sentByMe(msg)) {
         newChannelTab(channel);
-    else if (channeltab *tab = findChannelTab(channel))
+    } else if (channeltab *tab = findChannelTab(channel)) {
         tab->join(msg->prefix());
+        happened(tab, msg);
+    }
 }
 
 void ircsession::parsePart(ircmessage *msg)
@@ -261,30 +313,42 @@ void ircsession::parsePart(ircmessage *msg)
     auto *tab = qobject_cast<channeltab *>(found);
     if (found != tab)
         return;
-    if (sentByMe(msg))
+    if (sentByMe(msg)) {
         closeTab(tab);
-    else if (tab != nullptr)
+    } else if (tab != nullptr) {
         tab->part(msg->prefix(), msg->paramsFrom(1, true));
+        happened(tab, msg);
+    }
 }
 
 void ircsession::parseQuit(ircmessage *msg)
 {
     if (sentByMe(msg))
         return;
-    forTabsWith(msg->prefix()->nick(),
-                [msg](channeltab *tab) { tab->quit(msg->prefix(), msg->allParams(true)); });
+    forTabsWith(msg->prefix()->nick(), [&](channeltab *tab) {
+        tab->quit(msg->prefix(), msg->allParams(true));
+        happened(tab, msg);
+    });
 }
 
 void ircsession::parseKick(ircmessage *msg)
 {
-    if (channeltab *tab = findChannelTab(msg->param(0, true)))
+    if (channeltab *tab = findChannelTab(msg->param(0, true))) {
         tab->kick(msg->prefix(), msg->param(1, false), msg->paramsFrom(2, true));
+        happened(tab, msg);
+    }
 }
 
 void ircsession::parseNick(ircmessage *msg)
 {
     const QString oldNick = msg->prefix()->nick();
-    forTabsWith(oldNick, [&](channeltab *tab) { tab->nick(oldNick, msg->param(0, true)); });
+    // The connection has taken our own new nick already.
+    const bool mine = conn.identity.nick() == msg->param(0, true);
+    forTabsWith(oldNick, [&](channeltab *tab) {
+        tab->nick(oldNick, msg->param(0, true));
+        if (!mine)
+            tab->happened();
+    });
 }
 
 void ircsession::parseMode(ircmode *m)

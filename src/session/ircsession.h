@@ -66,6 +66,12 @@ private:
     /// Where a PRIVMSG or an ACTION belongs: the sender's query tab or the target's tab, opened if need be.
     irctab *tabForMessage(const ircmessage *msg);
     channeltab *findChannelTab(const QString &name) const;
+    /// Mark `tab` with what `msg` has brought, unless it is our own doing.
+    void happened(irctab *tab, const ircmessage *msg) const;
+    void spoke(irctab *tab, const ircmessage *msg, const QString &text) const;
+    void modesChanged(ircmode *m) const;
+    /// Brings the tab of this name to the front, or opens one for talk with that nick.
+    void openQuery(const QString &nick);
     /// Whether a request may be answered now: a few in a short time may, so that nobody makes us flood
     /// others.
     bool mayAnswer();

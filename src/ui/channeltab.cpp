@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/channeltab.h"
 
+#include "app/parlo.h"
 #include "irc/ircmode.h"
 #include "irc/ircuser.h"
 #include "platform/box.h"
@@ -26,12 +27,16 @@ channeltab::channeltab(parlo *window, ircchannel *roster, const QString &tabName
     page->layout()->addWidget(splitBox);
     addView(splitBox);
     toggleButton = new QPushButton(QStringLiteral(">"), view);
+    toggleButton->setAccessibleName(tr("Hide the members"));
     view->setCornerWidget(toggleButton);
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
     userBox->setMaximumWidth(userBoxWidth);
     row->addWidget(userBox);
-    addInput();
+    userBox->setAccessibleName(tr("Members of %1").arg(tabName));
+    addInput([this] { return nicks(); });
+    if (!mainWindow->prefs.userListShown)
+        showHideUserlist();
     Q_EMIT amTopTab(this);
 }
 
@@ -39,10 +44,20 @@ void channeltab::showHideUserlist()
 {
     userBox->setMaximumWidth(userListShown ? 0 : userBoxWidth);
     toggleButton->setText(userListShown ? QStringLiteral("<") : QStringLiteral(">"));
+    toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
+    mainWindow->prefs.userListShown = userListShown;
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();
     view->scrollToBottom();
+}
+
+QStringList channeltab::nicks() const
+{
+    QStringList all;
+    for (const ircchanneluser &member : *channel->roster())
+        all.append(member.nick());
+    return all;
 }
 
 void channeltab::join(ircuser *who)

@@ -35,4 +35,8 @@ public Q_SLOTS:
     /// Applies one letter of a mode change to the roster, if it is this channel's; modes() has shown it.
     void mode(ircmode *m);
     void nick(const QString &oldNick, const QString &newNick);
+
+private:
+    /// Who is here, in the order of the list.
+    QStringList nicks() const;
 };

@@ -2,15 +2,25 @@
 #include "ui/irctab.h"
 
 #include "app/parlo.h"
+#include "irc/connection.h"
 #include "irc/ircmode.h"
 #include "irc/ircuser.h"
 #include "platform/box.h"
-#include "platform/inputline.h"
+#include "ui/chatinput.h"
+#include "ui/findbar.h"
 #include "ui/ircview.h"
 #include "ui/tabbar.h"
 
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+namespace {
+
+/// So many are remembered for the Tab key.
+constexpr qsizetype mostSpeakers = 50;
+
+} // namespace
 
 irctab::irctab(parlo *window, QString tabName)
     : QWidget(window->widgetStack), mainWindow(window), name(std::move(tabName))
@@ -38,15 +48,56 @@ void irctab::addView(QWidget *parent)
 {
     view = new ircview(parent);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    view->setAccessibleName(tr("Conversation with %1").arg(name));
     parent->layout()->addWidget(view);
 }
 
-void irctab::addInput()
+void irctab::addInput(std::function<QStringList()> nicks)
 {
-    input = new inputline(page);
+    auto *search = new findbar(view, page);
+    page->layout()->addWidget(search);
+    // Only the page in front is visible, and a hidden one hears no shortcut.
+    connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
+
+    auto *line = new chatinput(page, [this, nicks = std::move(nicks)] { return words(nicks()); });
+    line->setAccessibleName(tr("Message to %1").arg(name));
+    input = line;
     connect(input, &QLineEdit::returnPressed, this, &irctab::userInput);
+    connect(line, &chatinput::pageWanted, view, &ircview::scrollPage);
+    connect(search, &findbar::closed, input, qOverload<>(&QWidget::setFocus));
     page->layout()->addWidget(input);
     input->setFocus();
+}
+
+QStringList irctab::words(QStringList nicks) const
+{
+    for (const QString &speaker : speakers) {
+        const qsizetype place = nicks.indexOf(speaker);
+        if (place >= 0)
+            nicks.move(place, 0);
+    }
+    for (const QString &label : mainWindow->tabBar->labels()) {
+        if (connection::isChannel(label))
+            nicks.append(label);
+    }
+    for (const QString &command : connection::commandWords())
+        nicks.append(u'/' + command.toLower());
+    nicks.append(QStringLiteral("/close"));
+    return nicks;
+}
+
+void irctab::happened()
+{
+    mainWindow->tabBar->addNews(tabId, tabbar::news::event);
+}
+
+void irctab::spoke(const QString &nick, bool personal)
+{
+    mainWindow->tabBar->addNews(tabId, personal ? tabbar::news::personal : tabbar::news::message);
+    speakers.removeOne(nick);
+    speakers.append(nick);
+    if (speakers.size() > mostSpeakers)
+        speakers.removeFirst();
 }
 
 void irctab::notice(const QString &nick, const QString &text)

@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QLineEdit;
 class ircmode;
 class ircuser;
@@ -21,6 +23,11 @@ public:
     ~irctab() override;
 
     QString tabName() const { return name; }
+    /// Marks the tab: something has happened in it that is no message.
+    void happened();
+    /// Marks the tab: `nick` has said something, to us or of us if `personal`. Tab completes the last to
+    /// speak first.
+    void spoke(const QString &nick, bool personal);
 
     parlo *mainWindow;
     QWidget *page;
@@ -53,9 +60,14 @@ protected:
     irctab(parlo *window, QString tabName);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
-    /// Makes the input line, at the bottom of the page, and gives it the focus.
-    void addInput();
+    /// Makes the input line, at the bottom of the page, and gives it the focus. `nicks` names who is here.
+    void addInput(std::function<QStringList()> nicks);
 
 private:
+    /// What Tab may complete where `nicks` are.
+    QStringList words(QStringList nicks) const;
+
     QString name;
+    /// Who has spoken here, the last one last.
+    QStringList speakers;
 };

@@ -4,10 +4,40 @@
 #include "session/ircchannel.h"
 #include "ui/rostermodel.h"
 
+#include <QGestureEvent>
+#include <QKeyEvent>
+#include <QScroller>
+
 ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermodel(this))
 {
     setModel(rows);
     setUniformItemSizes(true);
+    setVerticalScrollMode(ScrollPerPixel);
+    viewport()->grabGesture(Qt::TapAndHoldGesture);
+    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+}
+
+void ircuserbox::keyPressEvent(QKeyEvent *event)
+{
+    const bool chosen = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (chosen && currentIndex().isValid())
+        Q_EMIT doubleClicked(currentIndex());
+    else
+        QListView::keyPressEvent(event);
+}
+
+bool ircuserbox::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::Gesture) {
+        const QGesture *hold = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture);
+        if (hold != nullptr && hold->state() == Qt::GestureFinished) {
+            const QModelIndex held = indexAt(viewport()->mapFromGlobal(hold->hotSpot().toPoint()));
+            if (held.isValid())
+                Q_EMIT doubleClicked(held);
+            return true;
+        }
+    }
+    return QListView::viewportEvent(event);
 }
 
 void ircuserbox::fill(const ircchannel *channel)

@@ -7,6 +7,8 @@ class ircchannel;
 class rostermodel;
 
 /// The member list of a channel tab: one row a member, with a coloured ball in front of those with a rank.
+///
+/// Return and a finger's long press count as a double click.
 class ircuserbox : public QListView
 {
     Q_OBJECT
@@ -20,6 +22,10 @@ public:
     void fill(const ircchannel *channel);
     /// Takes the roster now, if it is still to be taken.
     void settle();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
     const ircchannel *pending = nullptr;

@@ -2,19 +2,8 @@
 #include "ui/ircview.h"
 
 #include "irc/ircmode.h"
-#include "ui/loglayout.h"
-#include "ui/richline.h"
-
-#include <QMimeData>
-#include <QScrollBar>
-#include <QTextDocumentFragment>
-
-#include <algorithm>
 
 namespace {
-
-/// While lines keep coming, the view is laid out and painted once in so many milliseconds.
-constexpr int frameMs = 40;
 
 /// IRC colours 1 to 15; 0 has none.
 constexpr QLatin1StringView colours[] = {
@@ -51,100 +40,6 @@ int readNumber(const QString &text, qsizetype &i)
 }
 
 } // namespace
-
-ircview::ircview(QWidget *parent) : QPlainTextEdit(parent)
-{
-    auto *document = new QTextDocument(this);
-    document->setUndoRedoEnabled(false);
-    log = new loglayout(document);
-    document->setDocumentLayout(log);
-    setDocument(document);
-    pen = QTextCursor(document);
-    setReadOnly(true);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    frame.setSingleShot(true);
-    connect(&frame, &QTimer::timeout, this, &ircview::settle);
-}
-
-ircview::~ircview()
-{
-    if (editing)
-        pen.endEditBlock();
-}
-
-void ircview::addLine(const QString &line)
-{
-    QStringView markup = line;
-    while (markup.endsWith(u'\n') || markup.endsWith(u'\r'))
-        markup.chop(1);
-    if (!editing) {
-        editing = true;
-        const QTextCursor own = textCursor();
-        selectedEnd = own.hasSelection() && own.selectionEnd() == pen.position() ? pen.position() : -1;
-        pen.beginEditBlock();
-        const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
-        frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
-    }
-    const richline rich(markup);
-    // The format is said: otherwise it would be that of wherever the user's own cursor has been.
-    if (!empty)
-        pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    empty = false;
-    log->addSpans(pen.position(), rich.spans());
-    pen.insertText(rich.text(), QTextCharFormat());
-}
-
-void ircview::settle()
-{
-    if (editing)
-        scrollToBottom();
-}
-
-void ircview::scrollToBottom()
-{
-    if (editing) {
-        editing = false;
-        pen.endEditBlock();
-        keepSelection();
-        frame.stop();
-        sinceFrame.start();
-    }
-    // Lines are laid out when they come into view and may turn out taller than they were taken for: the
-    // bottom moves while we go there, and the number of the bottom may stand for another line than it did
-    // before.
-    QScrollBar *bar = verticalScrollBar();
-    bar->setValue(0);
-    do
-        bar->setValue(bar->maximum());
-    while (bar->value() != bar->maximum());
-}
-
-void ircview::keepSelection()
-{
-    QTextCursor own = textCursor();
-    if (selectedEnd < 0 || own.selectionEnd() != pen.position())
-        return;
-    const int position = std::min(own.position(), selectedEnd);
-    own.setPosition(std::min(own.anchor(), selectedEnd));
-    own.setPosition(position, QTextCursor::KeepAnchor);
-    setTextCursor(own);
-}
-
-QMimeData *ircview::createMimeDataFromSelection() const
-{
-    auto *copied = new QMimeData;
-    copied->setText(textCursor().selection().toPlainText().remove(richline::breakHere));
-    return copied;
-}
-
-void ircview::resizeEvent(QResizeEvent *event)
-{
-    const bool atBottom = verticalScrollBar()->value() == verticalScrollBar()->maximum();
-    QPlainTextEdit::resizeEvent(event);
-    if (atBottom)
-        scrollToBottom();
-}
 
 void ircview::privmsg(const QString &nick, const QString &text)
 {

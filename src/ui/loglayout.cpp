@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/loglayout.h"
 
+#include "ui/readable.h"
+
 #include <QFontMetricsF>
 #include <QScopedValueRollback>
 #include <QTextBlock>
@@ -9,25 +11,17 @@
 
 #include <algorithm>
 
-namespace {
-
-QTextCharFormat formatOf(const richspan &span)
-{
-    QTextCharFormat format;
-    if (span.colour != 0)
-        format.setForeground(QColor::fromRgb(span.colour));
-    if ((span.styles & richspan::bold) != 0)
-        format.setFontWeight(QFont::Bold);
-    if ((span.styles & richspan::underline) != 0)
-        format.setFontUnderline(true);
-    if ((span.styles & richspan::italic) != 0)
-        format.setFontItalic(true);
-    return format;
-}
-
-} // namespace
-
 loglayout::loglayout(QTextDocument *document) : QPlainTextDocumentLayout(document) {}
+
+void loglayout::setBackground(const QColor &colour)
+{
+    if (colour == background)
+        return;
+    background = colour;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        block.clearLayout();
+    Q_EMIT update();
+}
 
 void loglayout::addSpans(int position, const std::vector<richspan> &lineSpans)
 {
@@ -78,4 +72,18 @@ void loglayout::dress(const QTextBlock &block) const
     block.layout()->setFormats(formats);
     if (editStart == noEdit)
         document()->markContentsDirty(start, block.length());
+}
+
+QTextCharFormat loglayout::formatOf(const richspan &span) const
+{
+    QTextCharFormat format;
+    if (span.colour != 0)
+        format.setForeground(readable(QColor::fromRgb(span.colour), background));
+    if ((span.styles & richspan::bold) != 0)
+        format.setFontWeight(QFont::Bold);
+    if ((span.styles & richspan::underline) != 0)
+        format.setFontUnderline(true);
+    if ((span.styles & richspan::italic) != 0)
+        format.setFontItalic(true);
+    return format;
 }

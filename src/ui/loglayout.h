@@ -3,6 +3,7 @@
 
 #include "ui/richline.h"
 
+#include <QColor>
 #include <QPlainTextDocumentLayout>
 
 #include <limits>
@@ -20,6 +21,8 @@ class loglayout : public QPlainTextDocumentLayout
 public:
     explicit loglayout(QTextDocument *document);
 
+    /// Lays lines out anew whose colours must be readable on `colour`.
+    void setBackground(const QColor &colour);
     /// Tells the looks of a line whose text is about to be written at `position`, in an edit block.
     void addSpans(int position, const std::vector<richspan> &lineSpans);
 
@@ -30,6 +33,7 @@ protected:
 
 private:
     void dress(const QTextBlock &block) const;
+    QTextCharFormat formatOf(const richspan &span) const;
 
     static constexpr int noEdit = std::numeric_limits<int>::max();
 
@@ -37,5 +41,6 @@ private:
     std::vector<richspan> spans;
     /// Where the first line stands whose edit block is not closed yet. It is shown when that is.
     int editStart = noEdit;
+    QColor background = Qt::white;
     mutable bool dressing = false;
 };

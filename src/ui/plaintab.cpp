@@ -6,7 +6,7 @@
 plaintab::plaintab(parlo *window, const QString &tabName) : irctab(window, tabName)
 {
     addView(page);
-    addInput();
+    addInput([tabName] { return QStringList{tabName}; });
     Q_EMIT amTopTab(this);
 }
 

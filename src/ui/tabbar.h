@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QMap>
+#include <QStringList>
 #include <QTabBar>
 
 /// A tab bar whose tabs keep one identifier for life; QTabBar's own indices shift when a tab goes.
+///
+/// A tab with news shows it by the colour of its text until it is selected. Ctrl+PageUp, Ctrl+PageDown and
+/// Ctrl+Tab walk through the tabs, Alt+1 to Alt+9 go to one, Alt+A to the next one with the most urgent news.
 class tabbar : public QTabBar
 {
     Q_OBJECT
 
 public:
+    /// What has come to a tab, the least urgent first.
+    enum class news { none, event, message, personal };
+
     explicit tabbar(QWidget *parent);
 
     /// Adds a tab that reads exactly `label` and returns its identifier.
@@ -18,14 +26,28 @@ public:
     int currentTab() const;
     /// Removes a tab; then selected() names the tab that is in front, whether or not it has changed.
     void removeTab(int id);
+    /// The labels, from left to right.
+    QStringList labels() const;
+    /// Marks a tab, unless it is in front or marked with something more urgent.
+    void addNews(int id, news what);
 
 Q_SIGNALS:
     /// This tab has been brought to the front, or was there when the user clicked it.
     void selected(int id);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     int indexOf(int id) const;
     void emitSelected(int index);
+    void addShortcuts();
+    void step(int by);
+    void goToNews();
+    /// Shows the news of the tab at `index`, by colour and to a screen reader.
+    void showNews(int index);
 
     int nextId = 0;
+    /// By identifier; those without are not in it.
+    QMap<int, news> unread;
 };

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "app/preferences.h"
+
+#include "platform/config.h"
+
+namespace {
+
+constexpr int smallestFont = 4;
+constexpr int largestFont = 40;
+constexpr QSize smallestWindow(100, 100);
+constexpr QSize largestWindow(16000, 16000);
+
+QString group()
+{
+    return QStringLiteral("Window");
+}
+
+} // namespace
+
+preferences preferences::load(const QString &name)
+{
+    Config file(name);
+    file.setGroup(group());
+    const auto number = [&file](const char *key) { return file.readEntry(QLatin1StringView(key)).toInt(); };
+    preferences kept;
+    if (const int size = number("FontSize"); size != 0)
+        kept.fontSize = stepped(size, 0);
+    const QSize size(number("Width"), number("Height"));
+    if (size.expandedTo(smallestWindow).boundedTo(largestWindow) == size)
+        kept.windowSize = size;
+    kept.userListShown = file.readEntry(QStringLiteral("UserList"), QStringLiteral("1")) != u"0";
+    return kept;
+}
+
+void preferences::save(const QString &name) const
+{
+    Config file(name);
+    file.setGroup(group());
+    const auto write = [&file](const char *key, int number) {
+        file.writeEntry(QLatin1StringView(key), QString::number(number));
+    };
+    write("FontSize", fontSize);
+    if (windowSize.isValid()) {
+        write("Width", windowSize.width());
+        write("Height", windowSize.height());
+    }
+    write("UserList", userListShown ? 1 : 0);
+}
+
+int preferences::stepped(int size, int steps)
+{
+    return qBound(smallestFont, size + steps, largestFont);
+}

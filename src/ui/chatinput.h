@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/inputline.h"
+#include "ui/completion.h"
+#include "ui/history.h"
+
+#include <functional>
+
+/// The input line of a tab. Up and Down walk through what was typed in it, Tab and Shift+Tab complete the
+/// word before the cursor; in an empty line they move the focus, as anywhere.
+class chatinput : public inputline
+{
+    Q_OBJECT
+
+public:
+    /// `words` names what Tab may complete, the likeliest first; it is asked when Tab is pressed.
+    chatinput(QWidget *parent, std::function<QStringList()> words);
+
+Q_SIGNALS:
+    /// The user wants to read a page further up (-1) or down (1).
+    void pageWanted(int direction);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void complete(bool back);
+
+    std::function<QStringList()> words;
+    history typed;
+    completion tabbed;
+};

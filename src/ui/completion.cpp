@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "ui/completion.h"
+
+namespace {
+
+bool isNick(const QString &word)
+{
+    return !word.startsWith(u'#') && !word.startsWith(u'&') && !word.startsWith(u'/');
+}
+
+} // namespace
+
+completion::completion(const typedline &line, const QStringList &words)
+    : before(line.text.first(line.cursor)), after(line.text.sliced(line.cursor))
+{
+    const qsizetype start = before.lastIndexOf(u' ') + 1;
+    const QString beginning = before.sliced(start);
+    before.truncate(start);
+    if (beginning.isEmpty())
+        return;
+    for (const QString &word : words) {
+        if (word.startsWith(beginning, Qt::CaseInsensitive) && (start == 0 || !word.startsWith(u'/')))
+            fitting.append(word + (start == 0 && isNick(word) ? QStringLiteral(": ") : QStringLiteral(" ")));
+    }
+    fitting.removeDuplicates();
+}
+
+typedline completion::next(const typedline &line, bool back)
+{
+    if (fitting.isEmpty())
+        return line;
+    if (place < 0 && back)
+        place = 0;
+    place = (place + (back ? fitting.size() - 1 : 1)) % fitting.size();
+    const QString start = before + fitting.at(place);
+    shown = {start + after, start.size()};
+    return shown;
+}

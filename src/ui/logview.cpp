@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+#include "ui/logview.h"
+
+#include "ui/loglayout.h"
+#include "ui/richline.h"
+#include "ui/weblink.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QScrollPrepareEvent>
+#include <QScroller>
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+
+#include <algorithm>
+
+namespace {
+
+/// While lines keep coming, the view is laid out and painted once in so many milliseconds.
+constexpr int frameMs = 40;
+
+bool byFinger(const QMouseEvent &event)
+{
+    return event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
+}
+
+} // namespace
+
+logview::logview(QWidget *parent) : QPlainTextEdit(parent)
+{
+    auto *document = new QTextDocument(this);
+    document->setUndoRedoEnabled(false);
+    log = new loglayout(document);
+    document->setDocumentLayout(log);
+    setDocument(document);
+    pen = QTextCursor(document);
+    setReadOnly(true);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    log->setBackground(palette().base().color());
+    viewport()->setMouseTracking(true);
+    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+    QScrollerProperties kinetic;
+    kinetic.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
+                            QScrollerProperties::OvershootAlwaysOff);
+    QScroller::scroller(viewport())->setScrollerProperties(kinetic);
+    frame.setSingleShot(true);
+    connect(&frame, &QTimer::timeout, this, &logview::settle);
+}
+
+logview::~logview()
+{
+    if (editing)
+        pen.endEditBlock();
+}
+
+void logview::addLine(const QString &line)
+{
+    QStringView markup = line;
+    while (markup.endsWith(u'\n') || markup.endsWith(u'\r'))
+        markup.chop(1);
+    if (!editing) {
+        editing = true;
+        const QTextCursor own = textCursor();
+        selectedEnd = own.hasSelection() && own.selectionEnd() == pen.position() ? pen.position() : -1;
+        pen.beginEditBlock();
+        const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
+        frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
+    }
+    const richline rich(markup);
+    // The format is said: otherwise it would be that of wherever the user's own cursor has been.
+    if (!empty)
+        pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    empty = false;
+    log->addSpans(pen.position(), rich.spans());
+    pen.insertText(rich.text(), QTextCharFormat());
+}
+
+void logview::settle()
+{
+    if (editing)
+        scrollToBottom();
+}
+
+void logview::scrollToBottom()
+{
+    if (editing) {
+        editing = false;
+        pen.endEditBlock();
+        keepSelection();
+        frame.stop();
+        sinceFrame.start();
+    }
+    // Lines are laid out when they come into view and may turn out taller than they were taken for: the
+    // bottom moves while we go there, and the number of the bottom may stand for another line than it did
+    // before.
+    QScrollBar *bar = verticalScrollBar();
+    bar->setValue(0);
+    do
+        bar->setValue(bar->maximum());
+    while (bar->value() != bar->maximum());
+}
+
+void logview::keepSelection()
+{
+    QTextCursor own = textCursor();
+    if (selectedEnd < 0 || own.selectionEnd() != pen.position())
+        return;
+    const int position = std::min(own.position(), selectedEnd);
+    own.setPosition(std::min(own.anchor(), selectedEnd));
+    own.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(own);
+}
+
+QMimeData *logview::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(textCursor().selection().toPlainText().remove(richline::breakHere));
+    return copied;
+}
+
+void logview::resizeEvent(QResizeEvent *event)
+{
+    const bool atBottom = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    QPlainTextEdit::resizeEvent(event);
+    if (atBottom)
+        scrollToBottom();
+}
+
+void logview::scrollPage(int direction)
+{
+    settle();
+    verticalScrollBar()->triggerAction(direction < 0 ? QScrollBar::SliderPageStepSub
+                                                     : QScrollBar::SliderPageStepAdd);
+}
+
+bool logview::findText(const QString &text, bool newer)
+{
+    settle();
+    if (!textCursor().hasSelection())
+        moveCursor(QTextCursor::End);
+    const auto direction = newer ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
+    if (find(text, direction))
+        return true;
+    const QTextCursor before = textCursor();
+    moveCursor(newer ? QTextCursor::Start : QTextCursor::End);
+    if (find(text, direction))
+        return true;
+    setTextCursor(before);
+    return false;
+}
+
+void logview::changeEvent(QEvent *event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        log->setBackground(palette().base().color());
+    if (event->type() == QEvent::FontChange)
+        scrollToBottom();
+}
+
+void logview::keyPressEvent(QKeyEvent *event)
+{
+    settle();
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void logview::mousePressEvent(QMouseEvent *event)
+{
+    settle();
+    pressedAt = event->position().toPoint();
+    if (byFinger(*event))
+        return;
+    // A press inside of a selection could begin to drag it. A drag runs an event loop of its own, in which
+    // the server may close this tab; and the text can be pasted anyway.
+    QTextCursor own = textCursor();
+    if (event->button() == Qt::LeftButton && own.hasSelection()) {
+        own.clearSelection();
+        setTextCursor(own);
+    }
+    QPlainTextEdit::mousePressEvent(event);
+}
+
+void logview::mouseMoveEvent(QMouseEvent *event)
+{
+    if (byFinger(*event))
+        return;
+    QPlainTextEdit::mouseMoveEvent(event);
+    const bool link = event->buttons() == Qt::NoButton && addressAt(event->position().toPoint()).isValid();
+    viewport()->setCursor(link ? Qt::PointingHandCursor : Qt::IBeamCursor);
+}
+
+void logview::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QPoint point = event->position().toPoint();
+    if (!byFinger(*event))
+        QPlainTextEdit::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (textCursor().hasSelection() && !byFinger(*event))
+        return copy();
+    if ((point - pressedAt).manhattanLength() < QApplication::startDragDistance()) {
+        if (const QUrl address = addressAt(point); address.isValid())
+            QDesktopServices::openUrl(address);
+    }
+}
+
+void logview::wheelEvent(QWheelEvent *event)
+{
+    // With Ctrl it changes the size of the text, which is the same in all views: the window's business.
+    if (event->modifiers().testFlag(Qt::ControlModifier))
+        event->ignore();
+    else
+        QPlainTextEdit::wheelEvent(event);
+}
+
+// A finger's way is measured in pixels, the scroll bar of a QPlainTextEdit in lines.
+bool logview::viewportEvent(QEvent *event)
+{
+    const qreal height = QFontMetricsF(document()->defaultFont()).lineSpacing();
+    QScrollBar *bar = verticalScrollBar();
+    if (event->type() == QEvent::ScrollPrepare) {
+        settle();
+        auto *prepare = static_cast<QScrollPrepareEvent *>(event);
+        prepare->setViewportSize(viewport()->size());
+        prepare->setContentPosRange({0, 0, 0, bar->maximum() * height});
+        prepare->setContentPos({0, bar->value() * height});
+        prepare->accept();
+        return true;
+    }
+    if (event->type() == QEvent::Scroll) {
+        bar->setValue(qRound(static_cast<QScrollEvent *>(event)->contentPos().y() / height));
+        return true;
+    }
+    return QPlainTextEdit::viewportEvent(event);
+}
+
+QUrl logview::addressAt(const QPoint &point) const
+{
+    const QTextCursor nearest = cursorForPosition(point);
+    // Beside the end of a line the nearest character is still that line's last.
+    const QRect place = cursorRect(nearest);
+    const int reach = 2 * fontMetrics().averageCharWidth();
+    if (!place.adjusted(-reach, 0, reach, 0).contains(point))
+        return {};
+    // What stands there for the layout alone is no part of the address.
+    const QString line = nearest.block().text();
+    const qsizetype inserted = QStringView(line).first(nearest.positionInBlock()).count(richline::breakHere);
+    return weblink(QString(line).remove(richline::breakHere), nearest.positionInBlock() - inserted);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "ui/weblink.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Longer ones are no address that a person would open, and browsers refuse them.
+constexpr qsizetype longest = 2048;
+
+bool endsAddress(QChar c)
+{
+    return c.isSpace() || !c.isPrint() || c == u'<' || c == u'>' || c == u'"';
+}
+
+/// Whether the last character of `address` belongs to the sentence.
+bool endsSentence(QStringView address)
+{
+    if (address.back() == u')')
+        return address.count(u')') > address.count(u'(');
+    return QStringView(u".,;:!?'").contains(address.back());
+}
+
+} // namespace
+
+QUrl weblink(const QString &text, qsizetype position)
+{
+    const qsizetype nearest = std::max<qsizetype>(0, position - longest);
+    for (const QStringView scheme : {u"https://", u"http://"}) {
+        const qsizetype start = text.lastIndexOf(scheme, position, Qt::CaseInsensitive);
+        if (start < nearest)
+            continue;
+        const auto *begin = text.cbegin() + start;
+        const auto *limit = begin + std::min(longest, text.size() - start);
+        QStringView address(begin, std::find_if(begin, limit, endsAddress));
+        while (endsSentence(address))
+            address.chop(1);
+        if (position >= start + address.size())
+            continue;
+        const QUrl url(address.toString(), QUrl::StrictMode);
+        if (url.isValid() && !url.host().isEmpty())
+            return url;
+    }
+    return {};
+}
