@@ -25,10 +25,14 @@
 // and the script did not ask for.
 
 #include "app/parlo.h"
+#include "ui/ircuserbox.h"
+#include "ui/ircview.h"
 #include "user.h"
 
 #include <QDir>
+#include <QPushButton>
 #include <QRegularExpression>
+#include <QStackedWidget>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -46,6 +50,7 @@ private Q_SLOTS:
     void play_data();
     void play();
     void flood();
+    void remembers();
 
 private:
     void step(const QString &line);
@@ -211,6 +216,32 @@ void tst_conversations::flood()
         QTRY_COMPARE(person->lines(tab).size(), expected.size());
         QCOMPARE(person->lines(tab), expected);
     }
+}
+
+void tst_conversations::remembers()
+{
+    const auto open = [this] {
+        step(QStringLiteral("connect bob #c"));
+        send(QStringLiteral(":bob JOIN #c"));
+        step(QStringLiteral("tabs Server | #c"));
+        return person->window()->widgetStack->currentWidget();
+    };
+    const auto sizes = [this](const QWidget *page) {
+        const QSize window = person->window()->size();
+        return QList<int>{window.width(), window.height(), page->findChild<ircview *>()->font().pointSize(),
+                          page->findChild<ircuserbox *>()->maximumWidth()};
+    };
+    const QWidget *page = open();
+    const QList<int> before = sizes(page);
+    person->press(QStringLiteral("#c"), QStringLiteral("Ctrl++ Ctrl++ Ctrl++ Ctrl+-"));
+    page->findChild<QPushButton *>()->click();
+    person->window()->resize(300, 400);
+    const QList<int> after{300, 400, before.at(2) + 2, 0};
+    QCOMPARE(sizes(page), after);
+    page = open();
+    QCOMPARE(sizes(page), after);
+    person->press(QStringLiteral("#c"), QStringLiteral("Ctrl+0"));
+    QCOMPARE(sizes(page).at(2), before.at(2));
 }
 
 QTEST_MAIN(tst_conversations)

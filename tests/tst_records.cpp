@@ -20,6 +20,7 @@ private Q_SLOTS:
     void line_data();
     void line();
     void joining();
+    void named();
     void rosterDuringListing();
     void unknownMode();
     void diagnostics();
@@ -101,6 +102,16 @@ void tst_records::joining()
         QCOMPARE(message.paramsFrom(beyond, true), QString());
         QCOMPARE(message.param(beyond, true), QString());
     }
+}
+
+void tst_records::named()
+{
+    const ircuser me(QStringLiteral("[Ada]"));
+    for (const char *text : {"[ada]", "hi [ADA]!", "[adamant [ada]: yes", "([ada])"})
+        QVERIFY2(me.isNamedIn(QString::fromLatin1(text)), text);
+    for (const char *text : {"", "ada", "[ada]1", "x[ada]", "[ada]-[ada]_", "[ad"})
+        QVERIFY2(!me.isNamedIn(QString::fromLatin1(text)), text);
+    QVERIFY(!ircuser().isNamedIn(QStringLiteral("x")));
 }
 
 static QString shown(const ircchannel &channel)

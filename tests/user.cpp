@@ -51,8 +51,10 @@ void user::connectTo(quint16 port, const QString &nick, const QString &channels)
         dialog->findChild<QListWidget *>()->setCurrentRow(0);
         dialog->ConnectButtonPush();
     });
+    m_window.reset();
     m_window = std::make_unique<parlo>();
-    m_window->resize(240, 320);
+    if (!m_window->testAttribute(Qt::WA_Resized))
+        m_window->resize(240, 320);
     m_window->show();
 }
 
@@ -105,6 +107,9 @@ void user::edit(const QString &tab, const QString &text)
 void user::press(const QString &tab, const QString &keys)
 {
     auto *input = pageOf(tab)->findChild<chatinput *>();
+    // A shortcut is heard in the active window alone.
+    if (!QTest::qWaitForWindowActive(m_window.get()))
+        return;
     for (const QString &key : keys.split(u' ')) {
         const QKeyCombination pressed = QKeySequence::fromString(key)[0];
         QTest::keyClick(input, pressed.key(), pressed.keyboardModifiers());
