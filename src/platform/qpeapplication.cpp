@@ -23,7 +23,11 @@ bool isHandheld(const QScreen &screen)
 
 } // namespace
 
-QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv) {}
+QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv)
+{
+    // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
+    setDesktopFileName(QStringLiteral("chat.parlo.Parlo"));
+}
 
 void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
 {
