@@ -27,7 +27,15 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplica
 {
     // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
     setDesktopFileName(QStringLiteral("chat.parlo.Parlo"));
+    // There all windows are drawn into the first one, and the screen goes dark with it.
+    if (platformName() == u"eglfs") {
+        backdrop = std::make_unique<QWidget>();
+        backdrop->setAttribute(Qt::WA_QuitOnClose, false);
+        backdrop->showFullScreen();
+    }
 }
+
+QPEApplication::~QPEApplication() = default;
 
 void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
 {
