@@ -23,7 +23,19 @@ bool isHandheld(const QScreen &screen)
 
 } // namespace
 
-QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv) {}
+QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv)
+{
+    // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
+    setDesktopFileName(QStringLiteral("chat.parlo.Parlo"));
+    // There all windows are drawn into the first one, and the screen goes dark with it.
+    if (platformName() == u"eglfs") {
+        backdrop = std::make_unique<QWidget>();
+        backdrop->setAttribute(Qt::WA_QuitOnClose, false);
+        backdrop->showFullScreen();
+    }
+}
+
+QPEApplication::~QPEApplication() = default;
 
 void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
 {

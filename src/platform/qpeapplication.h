@@ -3,6 +3,8 @@
 
 #include <QApplication>
 
+#include <memory>
+
 /// The application object: QApplication, and the one rule for how a program's main window opens.
 class QPEApplication : public QApplication
 {
@@ -14,9 +16,13 @@ public:
 
     /// `argc` must stay alive as long as the application.
     QPEApplication(int &argc, char **argv, Type type);
+    ~QPEApplication() override;
 
     /// Shows `window` as the program's main window: over the full screen on a handheld, and as an ordinary
     /// window, 480 x 640 pixels unless it was given a size, elsewhere. `noMaximize` asks for an ordinary
     /// window everywhere.
     static void showMainWidget(QWidget *window, bool noMaximize);
+
+private:
+    std::unique_ptr<QWidget> backdrop;
 };
