@@ -51,6 +51,8 @@ private Q_SLOTS:
     void play();
     void flood();
     void remembers();
+    void everyCommandInEveryShape();
+    void endsInTheMiddle();
 
 private:
     void step(const QString &line);
@@ -242,6 +244,94 @@ void tst_conversations::remembers()
     QCOMPARE(sizes(page), after);
     person->press(QStringLiteral("#c"), QStringLiteral("Ctrl+0"));
     QCOMPARE(sizes(page).at(2), before.at(2));
+}
+
+// Whatever a server says, what we answer is a PONG or a few versions, a line each.
+void tst_conversations::everyCommandInEveryShape()
+{
+    step(QStringLiteral("connect bob -"));
+    step(QStringLiteral("-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"));
+    step(QStringLiteral("-> NICK bob"));
+    const QByteArray many(10'000, '\1');
+    QByteArray letters;
+    QByteArray channels;
+    for (int i = 0; i < 500; ++i)
+        letters += "+o-vhkb"[i % 7];
+    for (int i = 0; i < 2'000; ++i)
+        channels += "#c" + QByteArray::number(i) + ',';
+    const QByteArrayList words{"001",  "353",  "366",  "372",  "PING", "PRIVMSG", "NOTICE", "JOIN",
+                               "PART", "QUIT", "MODE", "NICK", "KICK", "join",    ""};
+    const QByteArrayList prefixes{"", ": ", ":!@ ", ":bob ", ":x!y@z "};
+    const QByteArrayList parameters{"",
+                                    " :",
+                                    " #c",
+                                    " bob",
+                                    " #c :",
+                                    " bob \1\1",
+                                    " bob :\1",
+                                    " #c bob",
+                                    " bob = #c",
+                                    " = #c :@bob +@x :",
+                                    " #c " + letters + " a b c",
+                                    " bob +o x",
+                                    ' ' + channels,
+                                    " bob :" + many,
+                                    " bob :\1VERSION\1",
+                                    " bob :\1ACTION\1"};
+    for (const QByteArray &word : words) {
+        for (const QByteArray &parameter : parameters) {
+            for (const QByteArray &prefix : prefixes)
+                client->write(prefix + word + parameter + "\r\n");
+        }
+    }
+    for (const char *line :
+         {" PRIVMSG bob :hi\r\n", " PRIVMSG bob :\1VERSION\1\r\n", " JOIN #c\r\n", " NICK x\r\n"})
+        client->write(':' + QByteArray(60 * 1024, 'n') + line);
+    step(QStringLiteral("<- PING :the end"));
+    QString line;
+    int versions = 0;
+    while (line != u"PONG :the") {
+        line = received();
+        QVERIFY(!line.isNull());
+        versions += line.startsWith(u"NOTICE ") ? 1 : 0;
+        QVERIFY2(line.startsWith(u"PONG ") || line.endsWith(u" :\1VERSION Parlo 0.2\1"),
+                 qPrintable(line.left(80)));
+    }
+    QVERIFY(versions > 0 && versions <= 10);
+}
+
+// The sanitizers are the judge of this one.
+void tst_conversations::endsInTheMiddle()
+{
+    const QString again = QStringLiteral("/server 127.0.0.1 %1").arg(server->serverPort());
+    step(QStringLiteral("connect bob #c"));
+    // A close is waiting while we leave, are kicked and are cut off in the middle of a line.
+    send(QStringLiteral(":bob JOIN #c"));
+    step(QStringLiteral("tabs Server | #c"));
+    send(QStringLiteral(":bob JOIN #d"));
+    step(QStringLiteral("tabs Server | #c | #d"));
+    client->write(":bob PART #c\r\n:x KICK #c bob\r\n:s 353 bob = #d :a b\r\n:x PRIVMSG #d :half a l");
+    person->type(QStringLiteral("#c"), QStringLiteral("/close"));
+    client->disconnectFromHost();
+    step(QStringLiteral("tabs Server | #d"));
+    step(QStringLiteral("[#d] - Disconnected"));
+    // The last of many servers in a row is the one that we talk to.
+    for (int i = 0; i < 20; ++i)
+        person->type(QStringLiteral("Server"), again);
+    QTRY_VERIFY([this] {
+        while (server->hasPendingConnections()) {
+            client = server->nextPendingConnection();
+            connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
+        }
+        return client->state() == QAbstractSocket::ConnectedState && client->canReadLine();
+    }());
+    step(QStringLiteral("-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"));
+    // The window goes while a connect runs, a close waits, and lines are there to be read.
+    client->write(QByteArray(":x PRIVMSG #d :text\r\n").repeated(10'000) + ":bob PART #d\r\n:s 353 bob");
+    QTRY_VERIFY(person->lines(QStringLiteral("#d")).size() > 100);
+    person->type(QStringLiteral("#d"), QStringLiteral("/close"));
+    person->type(QStringLiteral("Server"), again);
+    person.reset();
 }
 
 QTEST_MAIN(tst_conversations)

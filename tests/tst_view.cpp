@@ -11,8 +11,12 @@
 #include <QDesktopServices>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 class tst_view : public QObject
 {
@@ -34,6 +38,8 @@ private Q_SLOTS:
     void mouseAndFinger();
     void finds();
     void readableEverywhere();
+    void hostileText_data();
+    void hostileText();
 
 private Q_SLOTS:
     // What the view opens comes here instead of into a browser.
@@ -368,6 +374,64 @@ void tst_view::readableEverywhere()
     QVERIFY(colour(0).blue() > colour(0).red());
     view.setPalette({});
     QTRY_COMPARE(colour(0), QColor(0, 0, 255));
+}
+
+void tst_view::hostileText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("seen");
+    const auto row = [](const char *name, const QString &text, const QString &seen) {
+        QTest::newRow(name) << text << seen;
+    };
+    const auto tables = [](int deep) { return QStringLiteral("<table><tr><td>").repeated(deep); };
+    for (const char *source : {"file:/dev/zero", "file:$FIFO", "$FIFO", "http://127.0.0.1:1/x.png",
+                               "data:image/png;base64,iVBORw0KGgo=", ":/Parlo.png"}) {
+        row(source,
+            QStringLiteral("a<img src=\"%1\">b<body background='%1'>c").arg(QLatin1StringView(source)),
+            QStringLiteral("abc"));
+    }
+    for (const int deep : {16, 60, 500})
+        row(qPrintable(QStringLiteral("%1 tables").arg(deep)), tables(deep) + u'x', QStringLiteral("x"));
+    row("overlapping", QStringLiteral("<b>a<i>b</b>c</i>d<u>"), QStringLiteral("abcd"));
+    row("blocks", QStringLiteral("<style>*{}</style><a href=x>y</a><hr><ul><li>z<p>p<br>q<pre>r"),
+        QStringLiteral("*{}yzpqr"));
+    row("entities", QStringLiteral("&lt;").repeated(100'000), QStringLiteral("<").repeated(100'000));
+    for (const char16_t c : std::u16string_view(u"\u202e\u200f\u2066\u200b\u200d\u0300\ufeff\u1100\u0628"))
+        row(qPrintable(QStringLiteral("U+%1").arg(c, 4, 16)), QString(QChar(c)).repeated(2000),
+            c == richline::breakHere ? QString() : QString(QChar(c)).repeated(2000));
+    QString all;
+    QString seen;
+    for (char16_t c = 1; c < 0xa0; ++c) {
+        all += c == u'<' || c == u'&' ? u'.' : QChar(c);
+        seen += c == u'\t' || c == u'\n' || c == u'\r' ? u' ' : all.back();
+    }
+    row("all control characters", all, seen);
+}
+
+// Nothing is opened, and the lines before and after it are as they were.
+void tst_view::hostileText()
+{
+    QFETCH(QString, text);
+    QFETCH(const QString, seen);
+    const QTemporaryDir folder;
+    const QByteArray fifo = QFile::encodeName(folder.filePath(QStringLiteral("fifo")));
+    QCOMPARE(mkfifo(fifo.constData(), 0600), 0);
+    text.replace(QStringLiteral("$FIFO"), QFile::decodeName(fifo));
+    ircview view(nullptr);
+    view.resize(240, 320);
+    view.show();
+    view.message(QStringLiteral("<b>before</b>"));
+    view.message(text);
+    view.addLine(text);
+    view.message(QStringLiteral("after"));
+    QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
+    view.grab();
+    // Nobody has the FIFO open; and who had opened it in the usual way would still hang there.
+    QCOMPARE(::open(fifo.constData(), O_WRONLY | O_NONBLOCK), -1);
+    const QString shown = view.toPlainText().remove(richline::breakHere);
+    QCOMPARE(shown, QString(u"- before\n- " + seen + u'\n' + seen + u"\n- after"));
+    for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
+        QVERIFY(!block.textList() && block.blockFormat().propertyCount() == 0);
 }
 
 QTEST_MAIN(tst_view)

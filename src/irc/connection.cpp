@@ -4,14 +4,15 @@
 #include "irc/ircmessage.h"
 #include "irc/ircmode.h"
 
+#include <QElapsedTimer>
 #include <QTextStream>
 
 namespace {
 
 constexpr int defaultPort = 6667;
-/// So many bytes are handled in one turn of the event loop: some 1,000 lines, which take about 10 ms. The
-/// window stays alive when a server sends as fast as it can.
-constexpr qint64 bytesPerTurn = 128LL * 1024;
+/// Lines are handled for so long in one turn of the event loop: common ones are some 1,000. The window stays
+/// alive when a server sends as fast as it can, and whatever it sends.
+constexpr qint64 msPerTurn = 12;
 constexpr QChar ctcpMark(1);
 
 QString word(QTextStream &args)
@@ -77,9 +78,10 @@ void connection::readSocket()
 {
     if (nextTurn.isActive())
         return;
-    for (qint64 handled = 0; handled < bytesPerTurn && socket.canReadLine();) {
+    QElapsedTimer turn;
+    turn.start();
+    while (!turn.hasExpired(msPerTurn) && socket.canReadLine()) {
         const QString line = QString::fromLatin1(socket.readLine());
-        handled += line.size();
         if (line.size() > socket::longestLine)
             return giveUp();
         Q_EMIT gotRawLine(line);

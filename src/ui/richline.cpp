@@ -15,10 +15,11 @@ constexpr int longestWord = 128;
 /// seconds.
 constexpr size_t mostSpans = 512;
 
-/// Characters that a text document takes for the end of a block, a line or a frame, or for an object.
+/// Characters that a text document takes for the end of a block, a line or a frame, for an object, or for a
+/// way to go.
 bool breaksBlock(QChar c)
 {
-    return c == u'\n' || c == u'\r' || (c >= QChar(0x2028) && c <= QChar(0x2029)) ||
+    return c == u'\t' || c == u'\n' || c == u'\r' || (c >= QChar(0x2028) && c <= QChar(0x2029)) ||
            (c >= QChar(0xfdd0) && c <= QChar(0xfdd1)) || c == QChar(0xfffc);
 }
 

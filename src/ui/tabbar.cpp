@@ -12,6 +12,9 @@ namespace {
 /// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. One that is would take seconds to lay out.
 constexpr qsizetype longestLabel = 512;
 
+/// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
+constexpr int widestTab = 14;
+
 QString withoutMnemonic(QString label)
 {
     return label.replace(u'&', QStringLiteral("&&"));
@@ -116,6 +119,12 @@ void tabbar::showNews(int index)
     const QColor background = palette().button().color();
     setTabTextColor(index, shown.colour == 0 ? QColor() : readable(QColor(shown.colour), background));
     setAccessibleTabName(index, labels().at(index) + QLatin1StringView(shown.words));
+}
+
+QSize tabbar::tabSizeHint(int index) const
+{
+    const QSize full = QTabBar::tabSizeHint(index);
+    return {qMin(full.width(), widestTab * fontMetrics().averageCharWidth()), full.height()};
 }
 
 void tabbar::changeEvent(QEvent *event)

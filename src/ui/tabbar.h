@@ -37,6 +37,9 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    /// As wide as its label, within limits: longer ones elide in the middle, and tabs that do not fit scroll.
+    QSize tabSizeHint(int index) const override;
+    QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
 
 private:
     int indexOf(int id) const;
