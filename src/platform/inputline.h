@@ -10,5 +10,9 @@ class inputline : public QLineEdit
     Q_OBJECT
 
 public:
+    /// What an on-screen keyboard should know of names: it offers no capital and no other word.
+    static constexpr Qt::InputMethodHints asTyped = Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText;
+    static constexpr Qt::InputMethodHints hostName = asTyped | Qt::ImhUrlCharactersOnly;
+
     explicit inputline(QWidget *parent, const QString &text = {});
 };

@@ -4,13 +4,13 @@
 #include "platform/box.h"
 #include "platform/config.h"
 #include "platform/inputline.h"
+#include "platform/say.h"
 #include "setup/presetbox.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -53,6 +53,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     presetPage = new QWidget(pages);
     auto *presetRow = box<QHBoxLayout>(presetPage);
     presetList = new QListWidget(presetPage);
+    presetList->setAccessibleName(tr("Presets"));
     presetRow->addWidget(presetList);
     presetButtons = new QWidget(presetPage);
     presetRow->addWidget(presetButtons);
@@ -77,13 +78,19 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     quickColumn->addWidget(quickGrid, 0, Qt::AlignTop);
     auto *grid = box<QGridLayout>(quickGrid);
     grid->setSpacing(5);
-    grid->addWidget(new QLabel(tr("Nick:"), quickGrid), 0, 0);
-    nickEdit = new inputline(quickGrid);
-    grid->addWidget(nickEdit, 0, 1);
+    const auto addRow = [this, grid](const QString &label, Qt::InputMethodHints hints) {
+        auto *edit = new inputline(quickGrid);
+        edit->setInputMethodHints(hints);
+        auto *name = new QLabel(label, quickGrid);
+        name->setBuddy(edit);
+        const int row = grid->count() / 2;
+        grid->addWidget(name, row, 0);
+        grid->addWidget(edit, row, 1);
+        return edit;
+    };
+    nickEdit = addRow(tr("Nick:"), inputline::asTyped);
     connect(nickEdit, &QLineEdit::textChanged, this, &connectbox::setNick);
-    grid->addWidget(new QLabel(tr("Server:"), quickGrid), 1, 0);
-    serverEdit = new inputline(quickGrid);
-    grid->addWidget(serverEdit, 1, 1);
+    serverEdit = addRow(tr("Server:"), inputline::hostName);
     connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
     pages->addTab(quickPage, tr("Quick"));
 
@@ -117,13 +124,13 @@ void connectbox::accept()
 
 void connectbox::sayNotSaved()
 {
-    QMessageBox::information(this, QStringLiteral("Parlo"), tr("The settings\ncould not be saved"));
+    say(this, tr("The settings\ncould not be saved"));
 }
 
 bool connectbox::checkQuickConnect()
 {
     const auto refuse = [this](const QString &why) {
-        QMessageBox::information(this, QStringLiteral("Parlo"), why);
+        say(this, why);
         return false;
     };
     if (nickOut->isEmpty())

@@ -3,11 +3,11 @@
 
 #include "platform/box.h"
 #include "platform/inputline.h"
+#include "platform/say.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -15,6 +15,9 @@
 namespace {
 
 constexpr QSize formSize(200, 250);
+/// One line of it is enough to say that there is nothing yet.
+constexpr int performHeight = 22;
+constexpr int buttonHeight = 28;
 /// All rows must fit into the fixed size, so the letters have a fixed one too.
 constexpr int formFontPixels = 10;
 
@@ -43,18 +46,25 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
         shown.port = 6667;
     auto *fields = new QWidget(formBox);
     formGrid = box<QGridLayout>(fields);
-    column->addWidget(fields);
+    column->addWidget(fields, 1);
     nameEdit = addRow(tr("Preset name: "), shown.name);
     nickEdit = addRow(tr("Nickname: "), shown.nick);
+    nickEdit->setInputMethodHints(inputline::asTyped);
     altNickEdit = addMissingRow(tr("Alt Nick: "));
     serverEdit = addRow(tr("Server: "), shown.server);
+    serverEdit->setInputMethodHints(inputline::hostName);
     portEdit = addRow(tr("Port: "), QString::number(shown.port));
+    portEdit->setInputMethodHints(Qt::ImhDigitsOnly);
     passwordEdit = addMissingRow(tr("Password: "));
     channelsEdit = addRow(tr("Channels: "), shown.channels.join(u','));
+    channelsEdit->setInputMethodHints(inputline::asTyped);
 
-    column->addWidget(new QLabel(tr("Perform these commands on connect:"), formBox));
+    auto *performLabel = new QLabel(tr("Perform these commands on connect:"), formBox);
+    column->addWidget(performLabel);
     performEdit = new QPlainTextEdit(notYet(), formBox);
     performEdit->setEnabled(false);
+    performLabel->setBuddy(performEdit);
+    performEdit->setFixedHeight(performHeight);
     column->addWidget(performEdit);
 
     buttonBox = new QWidget(formBox);
@@ -65,17 +75,21 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     cancelButton = new QPushButton(tr("Cancel"), buttonBox);
     cancelButton->setAutoDefault(false);
     connect(cancelButton, &QPushButton::clicked, this, &presetbox::reject);
+    for (QPushButton *button : {okButton, cancelButton})
+        button->setFixedHeight(buttonHeight);
     row->addWidget(okButton);
     row->addWidget(cancelButton);
     column->addWidget(buttonBox);
 
-    formBox->setFixedSize(formSize);
+    formBox->setFixedSize(formSize.boundedTo(screen()->availableSize()));
     setFixedSize(formBox->size());
 }
 
 QLineEdit *presetbox::addRow(const QString &label, const QString &text)
 {
     auto *edit = new inputline(formBox, text);
+    // A finger needs all the height that there is.
+    edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     auto *name = new QLabel(label, formBox);
     name->setBuddy(edit);
     const int row = formGrid->rowCount();
@@ -114,7 +128,7 @@ void presetbox::accept()
 {
     const QString wrong = complaint();
     if (!wrong.isEmpty()) {
-        QMessageBox::information(this, QStringLiteral("Parlo"), wrong);
+        say(this, wrong);
         return;
     }
     if (adding) {

@@ -4,6 +4,7 @@
 #include "ui/readable.h"
 
 #include <QEvent>
+#include <QProxyStyle>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -14,6 +15,19 @@ constexpr qsizetype longestLabel = 512;
 
 /// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
 constexpr int widestTab = 14;
+/// So many pixels a finger can hit.
+constexpr int fingerSize = 28;
+
+/// The style of the program, but for the buttons that scroll the tabs.
+class fingerstyle : public QProxyStyle
+{
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_TabBarScrollButtonWidth ? qMax(usual, fingerSize) : usual;
+    }
+};
 
 QString withoutMnemonic(QString label)
 {
@@ -34,6 +48,9 @@ constexpr look looks[] = {
 
 tabbar::tabbar(QWidget *parent) : QTabBar(parent)
 {
+    auto *style = new fingerstyle;
+    style->setParent(this);
+    setStyle(style);
     setElideMode(Qt::ElideMiddle);
     setUsesScrollButtons(true);
     setAccessibleName(tr("Conversations"));
@@ -124,7 +141,8 @@ void tabbar::showNews(int index)
 QSize tabbar::tabSizeHint(int index) const
 {
     const QSize full = QTabBar::tabSizeHint(index);
-    return {qMin(full.width(), widestTab * fontMetrics().averageCharWidth()), full.height()};
+    return {qMin(full.width(), widestTab * fontMetrics().averageCharWidth()),
+            qMax(full.height(), fingerSize)};
 }
 
 void tabbar::changeEvent(QEvent *event)
