@@ -322,6 +322,10 @@ void tst_setup::brokenFiles_data()
     row("cut in a value", R"(printf '[QuickConnect]\nNick=bob\nServer="ir' | tee $f.old >$f)", same, "bob");
     row("cut in a group", R"(printf '[QuickConnect]\nNick=bob\n[Pres' | tee $f.old >$f)", same, "bob");
     row("no groups", "echo Nick=bob >$f", "grep ^Nick=bob $f && ! ls $f.broken");
+    // As a date it would be a polygon with more corners than there is memory.
+    row("typed value",
+        R"-(printf '%s\n' '[Presets]' '1="@DateTime(\x0\x0\x0\x56\x89\x50\x4e\x47\xd\xa\x1a\xa)"' >$f)-",
+        "! ls $f.broken");
     row("100 MB", "yes '' | head -c 200000 >$f; truncate -s 100M $f",
         "test $(stat -c %s $f.broken) = 104857600");
     row("one kept before", "echo a >$f; echo b >$f.broken", "grep b $f.broken && grep a $f.broken2");
