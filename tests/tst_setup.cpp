@@ -13,12 +13,14 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
+#include <csignal>
 #include <functional>
 
 namespace {
@@ -67,17 +69,25 @@ void inNextDialog(const std::function<void(QWidget &)> &act)
     QTimer::singleShot(0, [act] { act(*QApplication::activeModalWidget()); });
 }
 
-/// Presses "OK" in a message box that must say `text`.
-void expectMessage(const QString &text, const std::function<void()> &provoke)
+/// Presses "OK" in the message box that `provoke` opens, if it does; its caption and text.
+QString messageOf(const std::function<void()> &provoke)
 {
     QString said;
-    inNextDialog([&](QWidget &dialog) {
-        auto &message = dynamic_cast<QMessageBox &>(dialog);
-        said = message.windowTitle() + u": " + message.text();
-        message.accept();
+    QTimer ok;
+    QObject::connect(&ok, &QTimer::timeout, [&] {
+        if (auto *message = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            said = message->windowTitle() + u": " + message->text();
+            message->accept();
+        }
     });
+    ok.start(0);
     provoke();
-    QCOMPARE(said, QString(u"Parlo: " + text));
+    return said;
+}
+
+void expectMessage(const QString &text, const std::function<void()> &provoke)
+{
+    QCOMPARE(messageOf(provoke), QString(u"Parlo: " + text));
 }
 
 } // namespace
@@ -97,6 +107,7 @@ private Q_SLOTS:
     void editorFits();
     void brokenFiles_data();
     void brokenFiles();
+    void twoAtOnce();
 
 private:
     void write(const QByteArray &text);
@@ -170,11 +181,11 @@ void tst_setup::quickConnect()
 
 void tst_setup::presetsFromFile()
 {
-    write("[Presets]\n0=One\n1=Two, with a comma\n3=Never\n"
+    write("[Presets]\n0=\"@@One; \\xfc\\x62\"\n1=Two, with a comma ; two\n3=Never\n"
           "[Preset0]\nnick=bob\nserver=host\nport=7000\npassword=secret\nchannels=#a,#b\n"
           "[Preset1]\nport=abc\nchannels=#a #b, ,&c\n");
     asked a;
-    QCOMPARE(a.names(), QStringList({QStringLiteral("One"), QStringLiteral("Two,with a comma")}));
+    QCOMPARE(a.names(), QStringList({QStringLiteral("@One; \u00fcb"), QStringLiteral("Two, with a comma")}));
     // The row with the focus is not a choice: only a selected one is.
     a.list()->setCurrentRow(0, QItemSelectionModel::NoUpdate);
     press(a.box, QStringLiteral("Connect"));
@@ -293,19 +304,93 @@ void tst_setup::editorFits()
 
 void tst_setup::brokenFiles_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("garbage") << QByteArray("\0\xff[[[=\n]=%%\\x\n\n", 16).repeated(50);
-    QTest::newRow("cut off") << QByteArray("[QuickConnect]\nNick=\"bo");
-    QTest::newRow("no groups") << QByteArray("Nick=bob\n");
+    // Shell commands, with the file as $f: what makes it, and what must hold after saving.
+    QTest::addColumn<QString>("make");
+    QTest::addColumn<QString>("check");
+    QTest::addColumn<QString>("nick");
+    QTest::addColumn<bool>("saved");
+    const auto row = [](const char *name, const char *make, const char *check, const char *nick = "ParloUser",
+                        bool saved = true) {
+        QTest::newRow(name) << QString::fromLatin1(make) << QString::fromLatin1(check)
+                            << QString::fromLatin1(nick) << saved;
+    };
+    const char *same = "cmp $f.old $f.broken";
+    row("garbage", R"(printf '\377\0[[[=\n]=%%%%\\x\n\n' | tee $f.old >$f)", same);
+    row("zeros", R"(printf '[QuickConnect]\nNick=bob\n\0=' | tee $f.old >$f)", same, "bob");
+    row("Latin-1", R"(printf '[QuickConnect]\nNick=bob\nx=\374' | tee $f.old >$f)", same, "bob");
+    row("stray line", R"(printf '[QuickConnect]\nNick=bob\nmore\n' | tee $f.old >$f)", same, "bob");
+    row("cut in a value", R"(printf '[QuickConnect]\nNick=bob\nServer="ir' | tee $f.old >$f)", same, "bob");
+    row("cut in a group", R"(printf '[QuickConnect]\nNick=bob\n[Pres' | tee $f.old >$f)", same, "bob");
+    row("no groups", "echo Nick=bob >$f", "grep ^Nick=bob $f && ! ls $f.broken");
+    // As a date it would be a polygon with more corners than there is memory.
+    row("typed value",
+        R"-(printf '%s\n' '[Presets]' '1="@DateTime(\x0\x0\x0\x56\x89\x50\x4e\x47\xd\xa\x1a\xa)"' >$f)-",
+        "! ls $f.broken");
+    row("100 MB", "yes '' | head -c 200000 >$f; truncate -s 100M $f",
+        "test $(stat -c %s $f.broken) = 104857600");
+    row("one kept before", "echo a >$f; echo b >$f.broken", "grep b $f.broken && grep a $f.broken2");
+    row("directory", "mkdir $f; touch $f/x", "ls $f.broken/x");
+    row("FIFO", "mkfifo $f", "test -p $f.broken");
+    row("link to a device", "ln -s /dev/zero $f", "test -L $f.broken && test -c /dev/zero");
+    row("link", R"(printf '[QuickConnect]\nNick=bob\n' >$f.real; ln -s $f.real $f)",
+        "test -L $f && grep ann $f.real", "bob");
+    row("dangling link", "ln -s $f.real $f", "test -L $f && test $(stat -c %a $f.real) = 600");
+    row("no directory", "rmdir ${f%/*}", "test $(stat -c %a $f) = 600");
+    row("directory is a file", "rmdir ${f%/*}; touch ${f%/*}", "test -f ${f%/*}", "ParloUser", false);
+    row("locked for ever", "echo more | tee $f.old >$f; mkdir $f.lock", "cmp $f.old $f", "ParloUser", false);
+    row("disk full",
+        "{ seq 999 | sed 's/$/=x/'; echo more; } | tee $f.old >$f; prlimit --pid $PPID --fsize=999:",
+        "prlimit --pid $PPID --fsize=unlimited: && cmp $f.old $f", "ParloUser", false);
 }
 
 void tst_setup::brokenFiles()
 {
-    QFETCH(const QByteArray, text);
-    write(text);
-    asked a;
-    QCOMPARE(a.server, QStringLiteral("irc.libera.chat"));
-    QCOMPARE(a.names(), QStringList());
+    QFETCH(const QString, make);
+    QFETCH(const QString, check);
+    QFETCH(const QString, nick);
+    QFETCH(const bool, saved);
+    const auto shell = [](const QString &script) {
+        return QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), script});
+    };
+    const auto name = QStringLiteral("@@1;,\"\\#\t\u00fc\u202e\U0001f600ff ");
+    const QString complaint = saved ? QString() : QStringLiteral("Parlo: The settings\ncould not be saved");
+    qputenv("f", path().toUtf8());
+    std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(shell(make), 0);
+    {
+        asked a;
+        QCOMPARE(a.nick, nick);
+        inNextDialog([&](QWidget &editor) {
+            field(editor, QStringLiteral("Preset name: "))->setText(name);
+            field(editor, QStringLiteral("Nickname: "))->setText(QStringLiteral("n"));
+            field(editor, QStringLiteral("Server: "))->setText(QStringLiteral("s"));
+            press(editor, QStringLiteral("OK"));
+        });
+        QCOMPARE(messageOf([&] { press(a.box, QStringLiteral("Add")); }), complaint);
+        a.pages()->setCurrentIndex(1);
+        a.box.setNick(QStringLiteral("ann"));
+        a.box.setServer(QStringLiteral("host"));
+        QCOMPARE(messageOf([&] { press(a.box, QStringLiteral("Connect")); }), complaint);
+        QCOMPARE(a.box.result(), 1);
+    }
+    QCOMPARE(shell(check), 0);
+    if (!saved)
+        return;
+    asked again;
+    QCOMPARE(again.nick, QStringLiteral("ann"));
+    QCOMPARE(again.names(), QStringList(name));
+}
+
+void tst_setup::twoAtOnce()
+{
+    Config one(QStringLiteral("parlo"));
+    {
+        Config two(QStringLiteral("parlo"));
+        two.writeEntry(QStringLiteral("two"), QStringLiteral("2\n2"));
+    }
+    one.writeEntry(QStringLiteral("one"), QStringLiteral("1 "));
+    QVERIFY(one.save());
+    QCOMPARE(file(), QByteArray("one=\"1 \"\ntwo=\"2\\x000a2\"\n"));
 }
 
 QTEST_MAIN(tst_setup)

@@ -18,6 +18,8 @@
 namespace {
 
 constexpr int quickPort = 6667;
+/// Qt needs half a second to lay out a name that fills the settings file.
+constexpr int longestName = 512;
 
 QString configName()
 {
@@ -113,6 +115,11 @@ void connectbox::accept()
         done(Accepted);
 }
 
+void connectbox::sayNotSaved()
+{
+    QMessageBox::information(this, QStringLiteral("Parlo"), tr("The settings\ncould not be saved"));
+}
+
 bool connectbox::checkQuickConnect()
 {
     const auto refuse = [this](const QString &why) {
@@ -131,6 +138,8 @@ bool connectbox::checkQuickConnect()
     config.setGroup(quickGroup());
     config.writeEntry(QStringLiteral("Nick"), *nickOut);
     config.writeEntry(QStringLiteral("Server"), *serverOut);
+    if (!config.save())
+        sayNotSaved();
     *portOut = quickPort;
     return true;
 }
@@ -161,12 +170,13 @@ void connectbox::fillPresetList()
 {
     presetList->clear();
     for (const preset &p : std::as_const(presets))
-        presetList->addItem(p.name);
+        presetList->addItem(p.name.left(longestName));
 }
 
 void connectbox::savePresets()
 {
-    preset::save(configName(), presets);
+    if (!preset::save(configName(), presets))
+        sayNotSaved();
 }
 
 int connectbox::currentItem() const
@@ -182,8 +192,8 @@ void connectbox::runEditor(bool adding)
         qWarning("Canceled");
         return;
     }
-    savePresets();
     fillPresetList();
+    savePresets();
 }
 
 void connectbox::addPreset()
@@ -203,6 +213,6 @@ void connectbox::delPreset()
     if (i < 0)
         return;
     presets.removeAt(i);
-    savePresets();
     fillPresetList();
+    savePresets();
 }

@@ -42,6 +42,7 @@ private:
     void runEditor(bool adding);
     /// The row that the user selected, or -1. A row that merely has the focus is not selected.
     int currentItem() const;
+    void sayNotSaved();
     bool checkQuickConnect();
     bool takePreset();
 

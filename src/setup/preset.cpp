@@ -34,7 +34,7 @@ QList<preset> preset::load(const QString &config)
     return presets;
 }
 
-void preset::save(const QString &config, const QList<preset> &presets)
+bool preset::save(const QString &config, const QList<preset> &presets)
 {
     Config file(config);
     file.setGroup(QStringLiteral("Presets"));
@@ -50,6 +50,7 @@ void preset::save(const QString &config, const QList<preset> &presets)
         file.writeEntry(QStringLiteral("password"), p.password);
         file.writeEntry(QStringLiteral("channels"), p.channels.join(u','));
     }
+    return file.save();
 }
 
 QStringList preset::splitChannels(const QString &text)

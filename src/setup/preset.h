@@ -19,8 +19,9 @@ struct preset
     /// The presets of the settings file `config`, in their order; the first index that is missing ends the
     /// list.
     static QList<preset> load(const QString &config);
-    /// Writes all of `presets`. Groups of presets that are no more stay in the file, and nothing reads them.
-    static void save(const QString &config, const QList<preset> &presets);
+    /// Writes all of `presets`; false if that cannot be. Groups of presets that are no more stay in the file,
+    /// and nothing reads them.
+    static bool save(const QString &config, const QList<preset> &presets);
 
     /// The names in `text`, which commas or spaces separate.
     static QStringList splitChannels(const QString &text);
