@@ -72,6 +72,56 @@ void tst_records::line_data()
     row("space behind the mark", "PRIVMSG me :\1VERSION\1 ", "-!-@-", "PRIVMSG", "me|:\1VERSION\1|");
     row("no other command", "TOPIC me :\1VERSION\1", "-!-@-", "TOPIC", "me|:\1VERSION\1");
     row("no text", "PRIVMSG \1", "-!-@-", "PRIVMSG", "\1");
+
+    // The public cases for parsers of IRC messages, those without tags. "(own)" says that our rule differs:
+    // all white space parts words, also in the trailing text, and the last word may be empty.
+    const char *none = "-!-@-";
+    row("case: words", "foo bar baz asdf", none, "foo", "bar|baz|asdf");
+    row("case: source", ":coolguy foo bar baz asdf", "coolguy!-@-", "foo", "bar|baz|asdf");
+    row("case: trailing (own)", "foo bar baz :asdf quux", none, "foo", "bar|baz|:asdf|quux");
+    row("case: empty trailing", "foo bar baz :", none, "foo", "bar|baz|:");
+    row("case: colon in trailing", "foo bar baz ::asdf", none, "foo", "bar|baz|::asdf");
+    row("case: source, trailing (own)", ":coolguy foo bar baz :asdf quux", "coolguy!-@-", "foo",
+        "bar|baz|:asdf|quux");
+    row("case: spaces in trailing (own)", ":coolguy foo bar baz :  asdf quux ", "coolguy!-@-", "foo",
+        "bar|baz|:|asdf|quux|");
+    row("case: smiley (own)", ":coolguy PRIVMSG bar :lol :) ", "coolguy!-@-", "PRIVMSG", "bar|:lol|:)|");
+    row("case: source, empty trailing", ":coolguy foo bar baz :", "coolguy!-@-", "foo", "bar|baz|:");
+    row("case: trailing of spaces (own)", ":coolguy foo bar baz :  ", "coolguy!-@-", "foo", "bar|baz|:|");
+    row("case: last parameter", ":src JOIN #chan", "src!-@-", "JOIN", "#chan");
+    row("case: last parameter, trailing", ":src JOIN :#chan", "src!-@-", "JOIN", ":#chan");
+    row("case: no parameter", ":src AWAY", "src!-@-", "AWAY", "");
+    row("case: no parameter but a space (own)", ":src AWAY ", "src!-@-", "AWAY", "");
+    row("case: tab in the source (own)", ":cool\tguy foo bar baz", "cool!-@-", "guy", "foo|bar|baz");
+    row("case: control codes in the source",
+        ":coolguy!ag@net\3"
+        "5w\3ork.admin PRIVMSG foo :bar baz",
+        "coolguy!ag@net\3"
+        "5w\3ork.admin",
+        "PRIVMSG", "foo|:bar|baz");
+    row("case: more of them",
+        ":coolguy!~ag@n\2et\3"
+        "05w\17ork.admin PRIVMSG foo :bar baz",
+        "coolguy!~ag@n\2et\3"
+        "05w\17ork.admin",
+        "PRIVMSG", "foo|:bar|baz");
+    row("case: server", ":irc.example.com COMMAND param1 param2 :param3 param3", "irc.example.com!-@-",
+        "COMMAND", "param1|param2|:param3|param3");
+    row("case: command alone", "COMMAND", none, "COMMAND", "");
+    row("case: two spaces", ":gravel.mozilla.org 432  #momo :Erroneous Nickname: Illegal characters",
+        "gravel.mozilla.org!-@-", "432", "#momo|:Erroneous|Nickname:|Illegal|characters");
+    row("case: space at the end (own)", ":gravel.mozilla.org MODE #tckk +n ", "gravel.mozilla.org!-@-",
+        "MODE", "#tckk|+n|");
+    row("case: spaces at the end (own)", ":services.esper.net MODE #foo-bar +o foobar  ",
+        "services.esper.net!-@-", "MODE", "#foo-bar|+o|foobar|");
+    row("case: modes in trailing", ":SomeOp MODE #channel :+i", "SomeOp!-@-", "MODE", "#channel|:+i");
+    row("case: argument in trailing", ":SomeOp MODE #channel +oo SomeUser :AnotherUser", "SomeOp!-@-", "MODE",
+        "#channel|+oo|SomeUser|:AnotherUser");
+    row("case: mask", ":coolguy!ag@127.0.0.1 X", "coolguy!ag@127.0.0.1", "X", "");
+    row("case: mask without ident", ":coolguy!~ag@localhost X", "coolguy!~ag@localhost", "X", "");
+    row("case: mask without a user is a nick (own)", ":coolguy@127.0.0.1 X", "coolguy@127.0.0.1!-@-", "X",
+        "");
+    row("case: mask without a host", ":coolguy!ag X", "coolguy!ag@-", "X", "");
 }
 
 void tst_records::line()

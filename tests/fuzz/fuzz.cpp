@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "fuzz.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QNetworkProxy>
+#include <QTemporaryDir>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
+extern "C" int LLVMFuzzerTestOneInput(const char *data, size_t size);
+
+int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    if (access("/dev/shm", W_OK) == 0)
+        qputenv("TMPDIR", "/dev/shm");
+    static const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // It lives until the process ends: nobody calls us then.
+    static const auto *app = new QApplication(*argc, *argv);
+    Q_UNUSED(app);
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
+    // Whatever host an input names, nobody is asked for it, and no connection leaves the loopback.
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), 1});
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const char *data, size_t size)
+{
+    fuzz(QByteArray(data, static_cast<qsizetype>(size)));
+    return 0;
+}
+
+void require(bool holds, const char *what)
+{
+    if (!holds)
+        qFatal("does not hold: %s", what);
+}
+
+qsizetype linesOnWire(QByteArray bytes)
+{
+    const qsizetype size = bytes.size();
+    require(bytes.isEmpty() || bytes.endsWith("\r\n"), "what is written ends with CR LF");
+    bytes.replace("\r\n", "");
+    require(!bytes.contains('\r') && !bytes.contains('\n') && !bytes.contains('\0'), "a line is one line");
+    return (size - bytes.size()) / 2;
+}
+
+peer::peer(QTcpSocket &client) : far(client)
+{
+    int ends[2];
+    require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0, "there are sockets");
+    near.setSocketDescriptor(ends[0]);
+    far.setSocketDescriptor(ends[1]);
+}
+
+void peer::send(const QByteArray &bytes)
+{
+    near.write(bytes);
+    near.flush();
+    far.waitForReadyRead(0);
+}
+
+qsizetype peer::received()
+{
+    far.flush();
+    near.waitForReadyRead(0);
+    return linesOnWire(near.readAll());
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+//
+// Whatever is in the settings file: reading it leaves it alone, and what is written reads back the same.
+
+#include "fuzz.h"
+
+#include "setup/preset.h"
+
+#include <QFile>
+
+#include <tuple>
+
+static QString path(const QString &name)
+{
+    return qEnvironmentVariable("XDG_CONFIG_HOME") + u'/' + name + u".conf";
+}
+
+static bool same(const preset &a, const preset &b)
+{
+    return std::tie(a.name, a.nick, a.server, a.port, a.password, a.channels) ==
+           std::tie(b.name, b.nick, b.server, b.port, b.password, b.channels);
+}
+
+void fuzz(const QByteArray &input)
+{
+    // Qt remembers what was in a file of the same name, so each has a name of its own.
+    static int number = 0;
+    const QString name = QString::number(++number);
+    const QString copy = name + u"copy";
+    QFile file(path(name));
+    require(file.open(QFile::WriteOnly) && file.write(input) == input.size(), "the file is written");
+    file.close();
+    QList<preset> presets = preset::load(name);
+    require(file.open(QFile::ReadOnly) && file.readAll() == input, "reading leaves the file alone");
+    file.close();
+
+    // And one that the user makes.
+    const QString text = QString::fromUtf8(input);
+    presets.prepend({text, text, 6667, text, text, preset::splitChannels(text)});
+    preset::save(name, presets);
+    require(file.copy(path(copy)), "the file is there");
+    const QList<preset> again = preset::load(copy);
+    require(std::equal(again.begin(), again.end(), presets.begin(), presets.end(), same),
+            "what was written reads back");
+    QFile::remove(path(name));
+    QFile::remove(path(copy));
+}
