@@ -10,6 +10,8 @@
 #include "ui/tabbar.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QStackedWidget>
 #include <QTcpServer>
@@ -46,6 +48,14 @@ void fuzz(const QByteArray &input)
         line->setText(text);
         QTest::keyClick(line, Qt::Key_Return);
     };
+    const auto press = [](const QKeySequence &keys) {
+        // QTest has no others.
+        const bool known =
+            !keys.isEmpty() && ((keys[0].key() >= Qt::Key_Space && keys[0].key() <= Qt::Key_AsciiTilde) ||
+                                (keys[0].key() >= Qt::Key_Escape && keys[0].key() <= Qt::Key_PageDown));
+        if (known && QApplication::focusWidget() != nullptr)
+            QTest::keyClick(QApplication::focusWidget(), keys[0].key(), keys[0].keyboardModifiers());
+    };
     turn();
     const QByteArrayList lines = input.split('\n');
     for (const QByteArray &line : lines) {
@@ -54,6 +64,9 @@ void fuzz(const QByteArray &input)
         switch (line.isEmpty() ? '\0' : line.front()) {
         case '>': // the user types
             type(QString::fromUtf8(rest));
+            break;
+        case '^': // the user presses keys
+            press(QKeySequence::fromString(QString::fromLatin1(rest)));
             break;
         case '=': // selects a tab
             QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(rest.toInt()).center());

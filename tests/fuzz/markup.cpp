@@ -39,7 +39,7 @@ void fuzz(const QByteArray &input)
     static const QRegularExpression codes(QStringLiteral("\\x{3}\\d{0,2}(,\\d{0,2})?|[\\x{2}\\x{f}\\x{1f}]"),
                                           QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression breaks(
-        QStringLiteral("[\\n\\r\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}\\x{fffc}]"));
+        QStringLiteral("[\\t\\n\\r\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}\\x{fffc}]"));
     text.remove(codes).remove(richline::breakHere).replace(breaks, QStringLiteral(" "));
     require(read(html) == text, "the text is what was said");
     ircview view(nullptr);
