@@ -24,9 +24,15 @@ bool user::picture(QWidget &window, const QString &name)
     window.show();
     if (!QTest::qWaitForWindowExposed(&window))
         return false;
+    const QString file = qEnvironmentVariable("PICTURES", scratch.path()) + u'/' + name;
     QCoreApplication::processEvents();
-    const QString folder = qEnvironmentVariable("PICTURES", scratch.path());
-    return window.grab().save(folder + u'/' + name + u".png");
+    bool saved = window.grab().save(file + u".png");
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(0x30, 0x30, 0x30)));
+    QCoreApplication::processEvents();
+    saved = window.grab().save(file + u"-dark.png") && saved;
+    QApplication::setPalette(light);
+    return saved;
 }
 
 user::user()

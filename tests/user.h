@@ -14,7 +14,8 @@ class parlo;
 class user
 {
 public:
-    /// Saves what `window` shows as `name`.png: in the folder that PICTURES names, where there is one.
+    /// Saves what `window` shows as `name`.png, and on a dark desktop as `name`-dark.png: in the folder that
+    /// PICTURES names, where there is one.
     static bool picture(QWidget &window, const QString &name);
 
     user();
