@@ -241,7 +241,7 @@ void tst_conversations::remembers()
     const QList<int> after{300, 400, before.at(2) + 2, 0};
     QCOMPARE(sizes(page), after);
     page = open();
-    QCOMPARE(sizes(page), after);
+    QTRY_COMPARE(sizes(page), after);
     person->press(QStringLiteral("#c"), QStringLiteral("Ctrl+0"));
     QCOMPARE(sizes(page).at(2), before.at(2));
 }
