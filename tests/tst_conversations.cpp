@@ -124,6 +124,10 @@ void tst_conversations::step(const QString &line)
         person->edit(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"press") {
         person->press(rest.section(u' ', 0, 0), rest.section(u' ', 1));
+    } else if (word == u"keys") {
+        person->press({}, rest);
+    } else if (word == u"selected") {
+        QTRY_COMPARE(person->selected(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
     } else if (word == u"input") {
         QCOMPARE(person->input(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
     } else if (word == u"news") {
@@ -281,7 +285,8 @@ void tst_conversations::everyCommandInEveryShape()
     for (const QByteArray &word : words) {
         for (const QByteArray &parameter : parameters) {
             for (const QByteArray &prefix : prefixes)
-                client->write(prefix + word + parameter + "\r\n");
+                client->write(prefix + word + parameter + "\r\n" + prefix + word.toLower() + parameter +
+                              "\r\n");
         }
     }
     for (const char *line :
@@ -297,7 +302,7 @@ void tst_conversations::everyCommandInEveryShape()
         QVERIFY2(line.startsWith(u"PONG ") || line.endsWith(u" :\1VERSION Parlo 0.2\1"),
                  qPrintable(line.left(80)));
     }
-    QVERIFY(versions > 0 && versions <= 10);
+    QVERIFY(versions == 5);
 }
 
 // The sanitizers are the judge of this one.

@@ -157,7 +157,8 @@ void tst_records::joining()
 void tst_records::named()
 {
     const ircuser me(QStringLiteral("[Ada]"));
-    for (const char *text : {"[ada]", "hi [ADA]!", "[adamant [ada]: yes", "([ada])"})
+    for (const char *text :
+         {"[ada]", "hi [ADA]!", "[adamant [ada]: yes", "([ada])", "\00304[ada]: x", "\00304,12[ada]\003"})
         QVERIFY2(me.isNamedIn(QString::fromLatin1(text)), text);
     for (const char *text : {"", "ada", "[ada]1", "x[ada]", "[ada]-[ada]_", "[ad"})
         QVERIFY2(!me.isNamedIn(QString::fromLatin1(text)), text);

@@ -268,6 +268,9 @@ void tst_view::addresses_data()
     row("HTTPS://A.EXAMPLE/|x", "https://a.example/x");
     row("(see http://a.example/x_(|y))", "http://a.example/x_(y)");
     row("<http://a.|example>", "http://a.example");
+    row("[http://a.example/x|]", "");
+    row("[http://a.|example/[x]]", "http://a.example/[x]");
+    row("http://a.example/a{b|}", "http://a.example/a%7Bb%7D");
     row("http://a.example| x", "");
     row("http://a.example |x", "");
     row("x |http", "");
@@ -296,6 +299,7 @@ void tst_view::mouseAndFinger()
     QDesktopServices::setUrlHandler(QStringLiteral("http"), this, "open");
     ircview view(nullptr);
     view.resize(240, 320);
+    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     view.show();
     for (int i = 0; i < 100; ++i)
         view.message(QString::number(i));

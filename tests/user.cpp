@@ -16,6 +16,7 @@
 #include <QMap>
 #include <QStackedWidget>
 #include <QTest>
+#include <QTextBlock>
 #include <QTimer>
 
 bool user::picture(QWidget &window, const QString &name)
@@ -112,19 +113,25 @@ void user::edit(const QString &tab, const QString &text)
 
 void user::press(const QString &tab, const QString &keys)
 {
-    auto *input = pageOf(tab)->findChild<chatinput *>();
     // A shortcut is heard in the active window alone.
     if (!QTest::qWaitForWindowActive(m_window.get()))
         return;
     for (const QString &key : keys.split(u' ')) {
         const QKeyCombination pressed = QKeySequence::fromString(key)[0];
-        QTest::keyClick(input, pressed.key(), pressed.keyboardModifiers());
+        QTest::keyClick(tab.isEmpty() ? QApplication::focusWidget() : pageOf(tab)->findChild<chatinput *>(),
+                        pressed.key(), pressed.keyboardModifiers());
     }
 }
 
 QString user::input(const QString &tab) const
 {
     return pageOf(tab)->findChild<chatinput *>()->text();
+}
+
+QString user::selected(const QString &tab) const
+{
+    return pageOf(tab)->findChild<ircview *>()->textCursor().block().text() + u'/' +
+           pageOf(tab)->findChild<ircview *>()->textCursor().selectedText();
 }
 
 QString user::news(const QString &tab) const

@@ -30,11 +30,14 @@ public:
     /// Clicks the tab called `tab`. The second one of a name is called "name/2".
     void select(const QString &tab);
     void type(const QString &tab, const QString &text);
-    /// Types a text without Return, then presses `keys` ("Ctrl+PgUp Tab") there.
+    /// Types a text without Return, then presses `keys` ("Ctrl+PgUp Tab") there, or where the keyboard
+    /// is if no tab is named.
     void edit(const QString &tab, const QString &text);
     void press(const QString &tab, const QString &keys);
     /// What stands in the input line.
     QString input(const QString &tab) const;
+    /// The line with the selection in a tab, and what is selected there, after a "/".
+    QString selected(const QString &tab) const;
     /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
     QString news(const QString &tab) const;
     /// Double-clicks a member in the list of a tab.

@@ -2,6 +2,7 @@
 #include "app/parlo.h"
 
 #include "platform/box.h"
+#include "platform/config.h"
 #include "platform/resource.h"
 #include "session/ircsession.h"
 #include "ui/tabbar.h"
@@ -11,19 +12,9 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-#include <QWheelEvent>
-
-namespace {
-
-QString configName()
-{
-    return QStringLiteral("parlo");
-}
-
-} // namespace
 
 parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags)
-    : QMainWindow(parent, flags), prefs(preferences::load(configName()))
+    : QMainWindow(parent, flags), prefs(preferences::load(Config::settingsName()))
 {
     setObjectName(QLatin1StringView(name));
     setWindowIcon(Resource::loadPixmap(QStringLiteral("Parlo")));
@@ -49,14 +40,8 @@ parlo::~parlo()
 {
     if (!isMaximized() && !isFullScreen())
         prefs.windowSize = size();
-    if (prefs != preferences::load(configName()))
-        prefs.save(configName());
-}
-
-void parlo::wheelEvent(QWheelEvent *event)
-{
-    if (event->modifiers().testFlag(Qt::ControlModifier) && event->angleDelta().y() != 0)
-        zoom(event->angleDelta().y() > 0 ? 1 : -1);
+    if (prefs != preferences::load(Config::settingsName()))
+        prefs.save(Config::settingsName());
 }
 
 void parlo::addZoomKeys()

@@ -29,15 +29,12 @@ public:
     QWidget *mainBox;
     preferences prefs;
 
-protected:
-    void wheelEvent(QWheelEvent *event) override;
-
 private:
     void addZoomKeys();
     void zoom(int steps);
     /// Gives the text in the views, those to come included, the size that the preferences say.
     void applyFontSize();
 
-    /// Never called: the window only ends its session, before the bar and the stack go that the tabs are in.
+    /// The window only ends its session, before the bar and the stack go that the tabs are in.
     std::unique_ptr<ircsession> session;
 };

@@ -13,6 +13,10 @@ constexpr int defaultPort = 6667;
 /// Lines are handled for so long in one turn of the event loop: common ones are some 1,000. The window stays
 /// alive when a server sends as fast as it can, and whatever it sends.
 constexpr qint64 msPerTurn = 12;
+/// A line of 512 bytes (RFC 1459, 2.3) cannot change more modes; each is asked of every channel tab.
+constexpr qsizetype mostModes = 512;
+/// So many bytes of ours may wait for a server that does not read.
+constexpr qint64 mostUnsent = 512LL * 1024;
 constexpr QChar ctcpMark(1);
 
 QString word(QTextStream &args)
@@ -36,7 +40,7 @@ connection::connection()
     connect(&socket, &socket::readyLine, this, &connection::readSocket);
     connect(&socket, &socket::connected, this, &connection::login);
     connect(&socket, &socket::disconnected, this, &connection::socketDisconnect);
-    connect(&socket, &socket::lineTooLong, this, &connection::giveUp);
+    connect(&socket, &socket::lineTooLong, this, &connection::dropLongLine);
     nextTurn.setSingleShot(true);
     connect(&nextTurn, &QTimer::timeout, this, &connection::readSocket);
 }
@@ -83,7 +87,7 @@ void connection::readSocket()
     while (!turn.hasExpired(msPerTurn) && socket.canReadLine()) {
         const QString line = QString::fromLatin1(socket.readLine());
         if (line.size() > socket::longestLine)
-            return giveUp();
+            return dropLongLine();
         Q_EMIT gotRawLine(line);
         parseLine(line);
     }
@@ -105,10 +109,15 @@ void connection::socketDisconnect()
     Q_EMIT disconnected();
 }
 
-// A server that does this is broken or hostile, and its line would fill the memory.
-void connection::giveUp()
+void connection::dropLongLine()
 {
-    Q_EMIT dropped(QStringLiteral("The server sent a line of over 64 KiB"));
+    giveUp(QStringLiteral("The server sent a line of over 64 KiB"));
+}
+
+// A server that makes us do this is broken or hostile, and would fill the memory.
+void connection::giveUp(const QString &why)
+{
+    Q_EMIT dropped(why);
     if (!ended)
         return socket.abort();
     socket.close();
@@ -119,6 +128,8 @@ void connection::send(QString line)
 {
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     socket.sendLine(line);
+    if (socket.bytesToWrite() > mostUnsent)
+        giveUp(QStringLiteral("The server does not read what it is sent"));
 }
 
 // --- lines from the server ---
@@ -209,7 +220,7 @@ void connection::handleMode(ircmessage *msg)
     const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
     QChar sign = u'+';
     int next = 0;
-    for (const QChar c : all.modes()) {
+    for (const QChar c : all.modes().left(mostModes)) {
         if (c == u'+' || c == u'-') {
             sign = c;
             continue;

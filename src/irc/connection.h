@@ -94,7 +94,9 @@ private:
     static const reply replies[];
     static const command commands[];
 
-    void giveUp();
+    void dropLongLine();
+    /// Ends the connection from our side, and says `why`.
+    void giveUp(const QString &why);
     /// Writes one line, whatever is in it: a line end or a U+0000 of a stranger's or the clipboard's is left
     /// out.
     void send(QString line);

@@ -1,6 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "irc/ircuser.h"
 
+#include <QRegularExpression>
+
+namespace {
+
+constexpr qsizetype longestNick = 128;
+
+} // namespace
+
 ircuser::ircuser(QString mask)
 {
     if (mask.startsWith(u':'))
@@ -23,10 +31,14 @@ void ircuser::setNick(const QString &nick)
     m_key = nick.toLower();
 }
 
-bool ircuser::isNamedIn(const QString &text) const
+bool ircuser::isNamedIn(const QString &said) const
 {
-    if (m_nick.isEmpty())
+    // The server says what our nick is, and looking for a long one takes long.
+    if (m_nick.isEmpty() || m_nick.size() > longestNick)
         return false;
+    // The number of a colour is not part of a word.
+    static const QRegularExpression codes(QStringLiteral("\\x{3}\\d{0,2}(,\\d{0,2})?"));
+    const QString text = QString(said).replace(codes, QStringLiteral(" "));
     // RFC 2812, 2.3.1: what a nick may consist of.
     const auto continues = [](QChar c) {
         return c.isLetterOrNumber() || QStringView(u"-[]\\`_^{|}").contains(c);

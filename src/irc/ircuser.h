@@ -28,8 +28,8 @@ public:
     /// The lower-cased nick, made once: what every comparison of nicks compares.
     const QString &key() const { return m_key; }
 
-    /// Whether `text` says the nick, as a word of its own and whatever the case.
-    bool isNamedIn(const QString &text) const;
+    /// Whether `said` says the nick, as a word of its own and whatever the case.
+    bool isNamedIn(const QString &said) const;
 
     void setNick(const QString &nick);
     void setUser(const QString &user) { m_user = user; }

@@ -209,6 +209,9 @@ bool Config::replaceFile() const
         for (auto entry = entries->begin(); entry != entries->end(); ++entry)
             text += entry.key() + u'=' + encode(entry.value()) + u'\n';
     }
+    const QByteArray bytes = text.toUtf8();
+    if (bytes.size() > maxBytes)
+        return false;
     const QString aside = whole ? QString() : setAside(path);
     if (!whole && aside.isEmpty())
         return false;
@@ -216,7 +219,6 @@ bool Config::replaceFile() const
     if (file.open(QFile::WriteOnly)) {
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         // QSaveFile itself does not notice if only a part has found room.
-        const QByteArray bytes = text.toUtf8();
         if (file.write(bytes) == bytes.size() && file.flush() && file.commit())
             return true;
     }

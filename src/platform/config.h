@@ -19,6 +19,9 @@ class Config
 public:
     enum Domain { User };
 
+    /// What this program's settings are called.
+    static QString settingsName() { return QStringLiteral("parlo"); }
+
     explicit Config(const QString &name, Domain domain = User);
     ~Config();
     Config(const Config &) = delete;

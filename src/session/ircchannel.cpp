@@ -9,6 +9,9 @@
 
 namespace {
 
+/// More than any channel has. Without a bound a server could make each change take seconds.
+constexpr qsizetype mostMembers = 100'000;
+
 struct rankchange
 {
     QLatin1StringView modes;
@@ -88,7 +91,10 @@ void ircchannel::names(QStringList *list)
         namesInProgress = true;
         m_roster.clear();
     }
+    unsorted = true;
     for (QString &entry : *list) {
+        if (m_roster.size() == mostMembers)
+            return;
         qsizetype ranks = 0;
         while (ranks < entry.size() && isRank(entry[ranks]))
             ++ranks;
@@ -100,20 +106,20 @@ void ircchannel::names(QStringList *list)
 
 void ircchannel::endNames()
 {
-    m_roster.sort();
+    keepSorted();
     namesInProgress = false;
 }
 
 void ircchannel::add(const ircchanneluser &user)
 {
-    if (!namesInProgress)
-        return m_roster.place(user);
-    m_roster.append(user);
     keepSorted();
+    if (m_roster.size() < mostMembers)
+        m_roster.place(user);
 }
 
 void ircchannel::keepSorted()
 {
-    if (namesInProgress)
+    if (unsorted)
         m_roster.sort();
+    unsorted = false;
 }

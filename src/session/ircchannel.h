@@ -40,5 +40,7 @@ private:
 
     QString m_channelName;
     bool namesInProgress = false;
+    /// A listing has added members since the last sort.
+    bool unsorted = false;
     ircuserlist m_roster;
 };

@@ -9,6 +9,7 @@
 #include "ui/channeltab.h"
 #include "ui/ircuserbox.h"
 #include "ui/plaintab.h"
+#include "ui/rostermodel.h"
 #include "ui/tabbar.h"
 
 #include <QTimer>
@@ -28,6 +29,7 @@ constexpr int answerPeriodMs = 10'000;
 ircsession::ircsession(parlo *window)
     : mainWindow(window), serverTab(newPlainTab(QStringLiteral("Server"))), topTab(serverTab)
 {
+    clock.start();
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
     connect(&conn, &connection::errormsg, this, &ircsession::errormsg);
     connect(&conn, &connection::privmsg, this, &ircsession::parsePrivmsg);
@@ -79,7 +81,7 @@ channeltab *ircsession::newChannelTab(const QString &name)
     connect(&conn, &connection::modes, tab, &irctab::modes);
     connect(&conn, &connection::mode, tab, &channeltab::mode);
     connect(tab->userBox, &QListView::doubleClicked, this,
-            [this](const QModelIndex &member) { openQuery(member.data().toString()); });
+            [this](const QModelIndex &member) { openQuery(member.data(rostermodel::NickRole).toString()); });
     connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
     return tab;
 }
@@ -170,6 +172,7 @@ void ircsession::openQuery(const QString &nick)
 void ircsession::errormsg(const QString &text)
 {
     topTab->message(text);
+    topTab->happened();
 }
 
 // --- news ---
@@ -189,6 +192,8 @@ void ircsession::spoke(irctab *tab, const ircmessage *msg, const QString &text) 
 void ircsession::modesChanged(ircmode *m) const
 {
     irctab *tab = findChannelTab(m->target());
+    if (sameName(m->target(), conn.identity.nick()))
+        tab = serverTab;
     if (tab != nullptr && m->who()->nick() != conn.identity.nick())
         tab->happened();
 }
@@ -244,8 +249,9 @@ void ircsession::parsePrivmsg(ircmessage *msg)
 void ircsession::parseNotice(ircmessage *msg)
 {
     const QString sender = msg->prefix()->nick();
+    const bool fromServer = !conn.isRegistered() || sender == conn.serverName();
     irctab *tab = nullptr;
-    if (!conn.isRegistered() || sender == conn.serverName())
+    if (fromServer)
         tab = serverTab;
     else if (!addressedToMe(msg))
         tab = tabForMessage(msg);
@@ -253,7 +259,7 @@ void ircsession::parseNotice(ircmessage *msg)
         tab = topTab;
     const QString text = msg->paramsFrom(1, true);
     tab->notice(sender, text);
-    if (tab == serverTab)
+    if (fromServer)
         tab->happened();
     else
         spoke(tab, msg, text);
@@ -281,11 +287,13 @@ void ircsession::parseCtcp(ircmessage *msg)
 
 bool ircsession::mayAnswer()
 {
-    if (!sinceAnswers.isValid() || sinceAnswers.hasExpired(answerPeriodMs)) {
-        sinceAnswers.start();
-        answers = 0;
-    }
-    return ++answers <= mostAnswers;
+    const qint64 now = clock.elapsed();
+    if (answered.size() == mostAnswers && now - answered.first() < answerPeriodMs)
+        return false;
+    answered.append(now);
+    if (answered.size() > mostAnswers)
+        answered.removeFirst();
+    return true;
 }
 
 void ircsession::parseAction(ircmessage *msg)

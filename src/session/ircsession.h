@@ -87,8 +87,9 @@ private:
     irctab *topTab;
     connection conn;
     irctab *closingTab = nullptr;
-    QElapsedTimer sinceAnswers;
-    int answers = 0;
+    QElapsedTimer clock;
+    /// When, by the clock, the last requests were answered.
+    QList<qint64> answered;
     /// One for every channel tab ever opened: a roster outlives its tab.
     std::vector<std::unique_ptr<ircchannel>> rosters;
 };

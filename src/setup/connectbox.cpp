@@ -18,13 +18,6 @@
 namespace {
 
 constexpr int quickPort = 6667;
-/// Qt needs half a second to lay out a name that fills the settings file.
-constexpr int longestName = 512;
-
-QString configName()
-{
-    return QStringLiteral("parlo");
-}
 
 QString quickGroup()
 {
@@ -80,6 +73,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     grid->setSpacing(5);
     const auto addRow = [this, grid](const QString &label, Qt::InputMethodHints hints) {
         auto *edit = new inputline(quickGrid);
+        edit->setMaxLength(inputline::longestName);
         edit->setInputMethodHints(hints);
         auto *name = new QLabel(label, quickGrid);
         name->setBuddy(edit);
@@ -141,7 +135,7 @@ bool connectbox::checkQuickConnect()
         return refuse(tr("You must specify an IRC server"));
     if (serverOut->contains(u' '))
         return refuse(tr("You can't have a space\nin the server name"));
-    Config config(configName());
+    Config config(Config::settingsName());
     config.setGroup(quickGroup());
     config.writeEntry(QStringLiteral("Nick"), *nickOut);
     config.writeEntry(QStringLiteral("Server"), *serverOut);
@@ -166,23 +160,23 @@ bool connectbox::takePreset()
 
 void connectbox::loadSettings()
 {
-    Config config(configName());
+    Config config(Config::settingsName());
     config.setGroup(quickGroup());
     *nickOut = config.readEntry(QStringLiteral("Nick"), preset::defaultNick());
     *serverOut = config.readEntry(QStringLiteral("Server"), preset::defaultServer());
-    presets = preset::load(configName());
+    presets = preset::load(Config::settingsName());
 }
 
 void connectbox::fillPresetList()
 {
     presetList->clear();
     for (const preset &p : std::as_const(presets))
-        presetList->addItem(p.name.left(longestName));
+        presetList->addItem(p.name.left(inputline::longestName));
 }
 
 void connectbox::savePresets()
 {
-    if (!preset::save(configName(), presets))
+    if (!preset::save(Config::settingsName(), presets))
         sayNotSaved();
 }
 

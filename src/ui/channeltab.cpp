@@ -46,6 +46,8 @@ void channeltab::showHideUserlist()
     toggleButton->setText(userListShown ? QStringLiteral("<") : QStringLiteral(">"));
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
+    // Of no width it is still there for the keyboard.
+    userBox->setFocusPolicy(userListShown ? Qt::StrongFocus : Qt::NoFocus);
     mainWindow->prefs.userListShown = userListShown;
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();

@@ -18,9 +18,9 @@ void chatinput::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Up:
-        return setText(typed.older(text()));
+        return replace(typed.older(text()));
     case Qt::Key_Down:
-        return setText(typed.newer(text()));
+        return replace(typed.newer(text()));
     case Qt::Key_PageUp:
         return Q_EMIT pageWanted(-1);
     case Qt::Key_PageDown:
@@ -33,12 +33,19 @@ void chatinput::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void chatinput::replace(const QString &line)
+{
+    // Setting a text takes away what could be undone.
+    if (line != text())
+        setText(line);
+}
+
 void chatinput::complete(bool back)
 {
     const typedline line{text(), cursorPosition()};
     if (!tabbed.stands(line))
         tabbed = completion(line, words());
     const typedline completed = tabbed.next(line, back);
-    setText(completed.text);
+    replace(completed.text);
     setCursorPosition(static_cast<int>(completed.cursor));
 }

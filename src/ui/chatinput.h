@@ -27,6 +27,7 @@ protected:
 
 private:
     void complete(bool back);
+    void replace(const QString &line);
 
     std::function<QStringList()> words;
     history typed;

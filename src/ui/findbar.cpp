@@ -3,25 +3,37 @@
 
 #include "platform/box.h"
 #include "platform/inputline.h"
+#include "ui/fingerstyle.h"
 #include "ui/logview.h"
 #include "ui/readable.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QToolButton>
+
+namespace {
+
+/// A longer one would take long to find in what a stranger has written for it.
+constexpr int longestSought = 128;
+
+} // namespace
 
 findbar::findbar(logview *log, QWidget *parent) : QWidget(parent), view(log), field(new inputline(this))
 {
     hide();
+    field->setMaxLength(longestSought);
     field->setPlaceholderText(tr("Find"));
     field->setAccessibleName(tr("Find in this tab"));
     auto *closeButton = new QToolButton(this);
     closeButton->setText(QStringLiteral("\u00d7"));
     closeButton->setAccessibleName(tr("Close the search"));
+    closeButton->setMinimumSize(fingerstyle::fingerSize, fingerstyle::fingerSize);
     connect(closeButton, &QToolButton::clicked, this, &findbar::close);
     auto *row = box<QHBoxLayout>(this);
     row->addWidget(field);
     row->addWidget(closeButton);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &findbar::close);
 }
 
 void findbar::open()
@@ -39,12 +51,13 @@ void findbar::close()
 
 void findbar::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        find(event->modifiers().testFlag(Qt::ShiftModifier));
-    else
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || !field->hasFocus())
         QWidget::keyPressEvent(event);
+    else if (event->modifiers().testFlag(Qt::ControlModifier))
+        view->openSelected();
+    else
+        find(event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void findbar::find(bool newer)

@@ -7,7 +7,8 @@ class QLineEdit;
 class logview;
 
 /// The field under a view in which a text is typed that is to be found there. Return walks to older lines,
-/// Shift+Return to newer ones, and round at the ends; Escape closes it.
+/// Shift+Return to newer ones, and round at the ends; Ctrl+Return opens a web address that was found. Escape
+/// closes it.
 class findbar : public QWidget
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/logview.h"
 
+#include "ui/fingerstyle.h"
 #include "ui/loglayout.h"
 #include "ui/richline.h"
 #include "ui/weblink.h"
@@ -38,6 +39,9 @@ logview::logview(QWidget *parent) : QPlainTextEdit(parent)
     setDocument(document);
     pen = QTextCursor(document);
     setReadOnly(true);
+    // A click selects, copies or opens; the keyboard stays where the user types.
+    setFocusPolicy(Qt::TabFocus);
+    fingerstyle::apply(verticalScrollBar());
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     log->setBackground(palette().base().color());
@@ -48,7 +52,11 @@ logview::logview(QWidget *parent) : QPlainTextEdit(parent)
                             QScrollerProperties::OvershootAlwaysOff);
     QScroller::scroller(viewport())->setScrollerProperties(kinetic);
     frame.setSingleShot(true);
-    connect(&frame, &QTimer::timeout, this, &logview::settle);
+    // What nobody sees is not laid out: with many tabs that would take long.
+    connect(&frame, &QTimer::timeout, this, [this] {
+        if (isVisible())
+            settle();
+    });
 }
 
 logview::~logview()
@@ -77,6 +85,11 @@ void logview::addLine(const QString &line)
     empty = false;
     log->addSpans(pen.position(), rich.spans());
     pen.insertText(rich.text(), QTextCharFormat());
+}
+
+bool logview::isAtBottom() const
+{
+    return verticalScrollBar()->value() == verticalScrollBar()->maximum();
 }
 
 void logview::settle()
@@ -122,9 +135,15 @@ QMimeData *logview::createMimeDataFromSelection() const
     return copied;
 }
 
+void logview::showEvent(QShowEvent *event)
+{
+    QPlainTextEdit::showEvent(event);
+    settle();
+}
+
 void logview::resizeEvent(QResizeEvent *event)
 {
-    const bool atBottom = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    const bool atBottom = isAtBottom();
     QPlainTextEdit::resizeEvent(event);
     if (atBottom)
         scrollToBottom();
@@ -155,10 +174,12 @@ bool logview::findText(const QString &text, bool newer)
 
 void logview::changeEvent(QEvent *event)
 {
+    settle();
+    const bool atBottom = isAtBottom();
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         log->setBackground(palette().base().color());
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange && atBottom)
         scrollToBottom();
 }
 
@@ -177,11 +198,18 @@ void logview::mousePressEvent(QMouseEvent *event)
     // A press inside of a selection could begin to drag it. A drag runs an event loop of its own, in which
     // the server may close this tab; and the text can be pasted anyway.
     QTextCursor own = textCursor();
-    if (event->button() == Qt::LeftButton && own.hasSelection()) {
+    const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+    if (event->button() == Qt::LeftButton && own.hasSelection() && !extends) {
         own.clearSelection();
         setTextCursor(own);
     }
     QPlainTextEdit::mousePressEvent(event);
+}
+
+void logview::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (!byFinger(*event))
+        QPlainTextEdit::mouseDoubleClickEvent(event);
 }
 
 void logview::mouseMoveEvent(QMouseEvent *event)
@@ -210,7 +238,7 @@ void logview::mouseReleaseEvent(QMouseEvent *event)
 
 void logview::wheelEvent(QWheelEvent *event)
 {
-    // With Ctrl it changes the size of the text, which is the same in all views: the window's business.
+    // With Ctrl it would change the size of the text, which is the same in all views, in this one alone.
     if (event->modifiers().testFlag(Qt::ControlModifier))
         event->ignore();
     else
@@ -246,8 +274,24 @@ QUrl logview::addressAt(const QPoint &point) const
     const int reach = 2 * fontMetrics().averageCharWidth();
     if (!place.adjusted(-reach, 0, reach, 0).contains(point))
         return {};
+    // The nearest gap between two characters may be either side of the one that was hit.
+    return addressAt(nearest.block(), nearest.positionInBlock() - (point.x() < place.center().x() ? 1 : 0));
+}
+
+QUrl logview::addressAt(const QTextBlock &line, int position)
+{
+    if (position < 0)
+        return {};
     // What stands there for the layout alone is no part of the address.
-    const QString line = nearest.block().text();
-    const qsizetype inserted = QStringView(line).first(nearest.positionInBlock()).count(richline::breakHere);
-    return weblink(QString(line).remove(richline::breakHere), nearest.positionInBlock() - inserted);
+    const QString text = line.text();
+    const qsizetype inserted = QStringView(text).first(position).count(richline::breakHere);
+    return weblink(QString(text).remove(richline::breakHere), position - inserted);
+}
+
+void logview::openSelected() const
+{
+    const QTextBlock line = document()->findBlock(textCursor().selectionStart());
+    const QUrl address = addressAt(line, textCursor().selectionStart() - line.position());
+    if (textCursor().hasSelection() && address.isValid())
+        QDesktopServices::openUrl(address);
 }

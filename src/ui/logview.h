@@ -31,25 +31,31 @@ public:
     /// Selects the nearest `text` above what is selected, or below where `newer` says so, whatever its case,
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
+    /// Opens the web address that the selection begins in, if it does.
+    void openSelected() const;
 
 protected:
     void changeEvent(QEvent *event) override;
     /// What was said, as plain text.
     QMimeData *createMimeDataFromSelection() const override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
     /// Ends the edit that the lines since the last frame are in, and shows them.
     void settle();
+    bool isAtBottom() const;
     /// Takes back what a selection up to the end of the document has grown by.
     void keepSelection();
     QUrl addressAt(const QPoint &point) const;
+    static QUrl addressAt(const QTextBlock &line, int position);
 
     loglayout *log;
     /// Writes at the end of the document, where it stays by itself.

@@ -3,6 +3,9 @@
 
 namespace {
 
+/// A longer nick is a hostile server's, and takes long to lay out.
+constexpr qsizetype longestShown = 128;
+
 /// A ball of 7 x 10 pixels, filled with what the palette line `fill` says of the pixel "+".
 QPixmap ball(const char *fill)
 {
@@ -40,8 +43,10 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const ircchanneluser &member = members.at(index.row());
-    if (role == Qt::DisplayRole)
+    if (role == NickRole)
         return member.nick();
+    if (role == Qt::DisplayRole)
+        return member.nick().left(longestShown);
     if (role != Qt::DecorationRole)
         return {};
     if (member.isOp())

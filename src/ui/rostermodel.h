@@ -12,6 +12,9 @@ class rostermodel : public QAbstractListModel
     Q_OBJECT
 
 public:
+    /// The nick, however long.
+    static constexpr int NickRole = Qt::UserRole;
+
     explicit rostermodel(QObject *parent);
 
     void setMembers(const ircuserlist &roster);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/tabbar.h"
 
+#include "ui/fingerstyle.h"
 #include "ui/readable.h"
 
 #include <QEvent>
-#include <QProxyStyle>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -15,20 +15,6 @@ constexpr qsizetype longestLabel = 512;
 
 /// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
 constexpr int widestTab = 14;
-/// So many pixels a finger can hit.
-constexpr int fingerSize = 28;
-
-/// The style of the program, but for the buttons that scroll the tabs.
-class fingerstyle : public QProxyStyle
-{
-public:
-    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
-    {
-        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
-        return metric == PM_TabBarScrollButtonWidth ? qMax(usual, fingerSize) : usual;
-    }
-};
-
 QString withoutMnemonic(QString label)
 {
     return label.replace(u'&', QStringLiteral("&&"));
@@ -48,9 +34,7 @@ constexpr look looks[] = {
 
 tabbar::tabbar(QWidget *parent) : QTabBar(parent)
 {
-    auto *style = new fingerstyle;
-    style->setParent(this);
-    setStyle(style);
+    fingerstyle::apply(this);
     setElideMode(Qt::ElideMiddle);
     setUsesScrollButtons(true);
     setAccessibleName(tr("Conversations"));
@@ -112,11 +96,16 @@ void tabbar::emitSelected(int index)
     Q_EMIT selected(currentTab());
 }
 
+QString tabbar::label(int index) const
+{
+    return tabText(index).replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
 QStringList tabbar::labels() const
 {
     QStringList all;
     for (int i = 0; i < count(); ++i)
-        all.append(tabText(i).replace(QStringLiteral("&&"), QStringLiteral("&")));
+        all.append(label(i));
     return all;
 }
 
@@ -135,14 +124,14 @@ void tabbar::showNews(int index)
     const look &shown = looks[static_cast<int>(unread.value(tabData(index).toInt()))];
     const QColor background = palette().button().color();
     setTabTextColor(index, shown.colour == 0 ? QColor() : readable(QColor(shown.colour), background));
-    setAccessibleTabName(index, labels().at(index) + QLatin1StringView(shown.words));
+    setAccessibleTabName(index, label(index) + QLatin1StringView(shown.words));
 }
 
 QSize tabbar::tabSizeHint(int index) const
 {
     const QSize full = QTabBar::tabSizeHint(index);
     return {qMin(full.width(), widestTab * fontMetrics().averageCharWidth()),
-            qMax(full.height(), fingerSize)};
+            qMax(full.height(), fingerstyle::fingerSize)};
 }
 
 void tabbar::changeEvent(QEvent *event)

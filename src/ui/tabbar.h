@@ -43,6 +43,7 @@ protected:
 
 private:
     int indexOf(int id) const;
+    QString label(int index) const;
     void emitSelected(int index);
     void addShortcuts();
     void step(int by);

@@ -16,8 +16,10 @@ bool endsAddress(QChar c)
 /// Whether the last character of `address` belongs to the sentence.
 bool endsSentence(QStringView address)
 {
-    if (address.back() == u')')
-        return address.count(u')') > address.count(u'(');
+    for (const QStringView pair : {u"()", u"[]"}) {
+        if (address.back() == pair.back())
+            return address.count(pair.back()) > address.count(pair.front());
+    }
     return QStringView(u".,;:!?'").contains(address.back());
 }
 
@@ -37,7 +39,7 @@ QUrl weblink(const QString &text, qsizetype position)
             address.chop(1);
         if (position >= start + address.size())
             continue;
-        const QUrl url(address.toString(), QUrl::StrictMode);
+        const QUrl url(address.toString());
         if (url.isValid() && !url.host().isEmpty())
             return url;
     }

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QProxyStyle>
+
+/// The style of the program, but for what a finger would miss: the buttons that scroll tabs, and scroll bars.
+class fingerstyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    /// So many pixels a finger can hit.
+    static constexpr int fingerSize = 28;
+
+    /// Gives `widget` this style.
+    static void apply(QWidget *widget);
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+};
