@@ -138,6 +138,7 @@ void tst_conversations::step(const QString &line)
         const QStringList size = rest.section(u'-', 1).split(u'x');
         person->window()->resize(size.at(0).toInt(), size.at(1).toInt());
         QVERIFY(user::picture(*person->window(), rest));
+        QCOMPARE(user::nameless(*person->window()), QStringList());
     } else if (word == u"close") {
         client->disconnectFromHost();
     } else if (word == u"gone") {

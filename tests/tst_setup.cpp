@@ -273,6 +273,7 @@ void tst_setup::returnMeansConnect()
     QVERIFY(user::picture(a.box, QStringLiteral("connect-presets")));
     a.pages()->setCurrentIndex(1);
     QVERIFY(user::picture(a.box, QStringLiteral("connect-quick")));
+    QCOMPARE(user::nameless(a.box), QStringList());
     a.pages()->setCurrentIndex(0);
     a.list()->setFocus();
     a.list()->setCurrentRow(0);
@@ -290,6 +291,7 @@ void tst_setup::editorFits()
                            {QStringLiteral("#parlo")}}};
     presetbox editor(&presets, 0, false);
     QVERIFY(user::picture(editor, QStringLiteral("preset-editor")));
+    QCOMPARE(user::nameless(editor), QStringList());
     QCOMPARE(editor.size(), QSize(200, 250));
     for (const QWidget *part : editor.findChildren<QWidget *>()) {
         if (!part->inherits("QLabel") && !part->inherits("QLineEdit") && !part->inherits("QPushButton"))

@@ -11,6 +11,7 @@
 #include "ui/richline.h"
 #include "ui/tabbar.h"
 
+#include <QAccessible>
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
@@ -34,6 +35,18 @@ bool user::picture(QWidget &window, const QString &name)
     saved = window.grab().save(file + u"-dark.png") && saved;
     QApplication::setPalette(light);
     return saved;
+}
+
+QStringList user::nameless(const QWidget &window)
+{
+    QStringList classes;
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
+        const QAccessibleInterface *heard = QAccessible::queryAccessibleInterface(widget);
+        if ((widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr &&
+            heard != nullptr && heard->text(QAccessible::Name).isEmpty())
+            classes.append(QString::fromLatin1(widget->metaObject()->className()));
+    }
+    return classes;
 }
 
 user::user()

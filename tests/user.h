@@ -18,6 +18,9 @@ public:
     /// PICTURES names, where there is one.
     static bool picture(QWidget &window, const QString &name);
 
+    /// The classes of the widgets in `window` that can have the keyboard and no name for a screen reader.
+    static QStringList nameless(const QWidget &window);
+
     user();
     ~user();
 
