@@ -20,11 +20,12 @@
 //   connection gone                       the server sees the connection end welcome back               the
 //   server waits for a new connection
 //
-// "TAB/2" is the second tab of a name, $PORT the server's port, a "$" at the end of a line keeps the space
-// before it. Lines that begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed
-// and the script did not ask for.
+// "TAB/2" is the second tab of a name, $PORT the server's port. See rows.h for control characters. Lines that
+// begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed and the script did not
+// ask for.
 
 #include "app/parlo.h"
+#include "rows.h"
 #include "ui/ircuserbox.h"
 #include "ui/ircview.h"
 #include "user.h"
@@ -88,17 +89,6 @@ QString tst_conversations::received()
     return QString::fromLatin1(line.endsWith("\r\n") ? line.chopped(2) : line + "(no CR LF)");
 }
 
-/// "^@" stands for U+0000, "^A" for U+0001 and so on: a script is read by people, too.
-static QString unescaped(QString text, quint16 port)
-{
-    text.replace(QStringLiteral("$PORT"), QString::number(port));
-    if (text.endsWith(u'$'))
-        text.chop(1);
-    for (char16_t c = 0; c < 0x20; ++c)
-        text.replace(u'^' + QString(QChar(c + 0x40)), QString(QChar(c)));
-    return text;
-}
-
 void tst_conversations::step(const QString &line)
 {
     const QString word = line.section(u' ', 0, 0);
@@ -160,7 +150,7 @@ void tst_conversations::step(const QString &line)
 void tst_conversations::play_data()
 {
     QTest::addColumn<QString>("file");
-    const QDir scripts(QStringLiteral(CONVERSATIONS));
+    const QDir scripts(QStringLiteral(TESTS "/conversations"));
     const QStringList names = scripts.entryList({QStringLiteral("*.txt")});
     QVERIFY(!names.isEmpty());
     for (const QString &name : names)
@@ -176,7 +166,8 @@ void tst_conversations::play()
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(u';'))
             continue;
-        step(unescaped(lines[i], server->serverPort()));
+        step(unescaped(
+            QString(lines[i]).replace(QStringLiteral("$PORT"), QString::number(server->serverPort()))));
         if (QTest::currentTestFailed())
             QFAIL(qPrintable(QStringLiteral("%1:%2: %3").arg(file).arg(i + 1).arg(lines[i])));
     }

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// The text that a script or a table of rows means: "^@" is U+0000, "^A" U+0001 and so on, for people read
+/// them, too; a "$" at the end keeps the space before it.
+QString unescaped(QString text);
+
+/// Makes the rows of a test from tests/rows/`name`.txt: "INPUT => EXPECTED" each, in columns of these names.
+/// Lines that begin with ";" are remarks.
+void addRows(const char *name);
