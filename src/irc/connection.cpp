@@ -83,13 +83,15 @@ void connection::readSocket()
     if (nextTurn.isActive())
         return;
     QElapsedTimer turn;
-    turn.start();
-    while (!turn.hasExpired(msPerTurn) && socket.canReadLine()) {
+    // One line is handled in any case, however slow the machine is.
+    for (turn.start(); socket.canReadLine();) {
         const QString line = QString::fromLatin1(socket.readLine());
         if (line.size() > socket::longestLine)
             return dropLongLine();
         Q_EMIT gotRawLine(line);
         parseLine(line);
+        if (turn.hasExpired(msPerTurn))
+            break;
     }
     if (socket.canReadLine())
         nextTurn.start(0);

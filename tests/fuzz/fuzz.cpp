@@ -62,6 +62,8 @@ void peer::send(const QByteArray &bytes)
     near.write(bytes);
     near.flush();
     far.waitForReadyRead(0);
+    while (far.canReadLine())
+        QCoreApplication::processEvents();
 }
 
 qsizetype peer::received()
