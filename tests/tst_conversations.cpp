@@ -283,7 +283,7 @@ void tst_conversations::everyCommandInEveryShape()
     }
     for (const char *line :
          {" PRIVMSG bob :hi\r\n", " PRIVMSG bob :\1VERSION\1\r\n", " JOIN #c\r\n", " NICK x\r\n"})
-        client->write(':' + QByteArray(60 * 1024, 'n') + line);
+        client->write(':' + QByteArray(60LL * 1024, 'n') + line);
     step(QStringLiteral("<- PING :the end"));
     QString line;
     int versions = 0;

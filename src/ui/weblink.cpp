@@ -39,7 +39,7 @@ QUrl weblink(const QString &text, qsizetype position)
             address.chop(1);
         if (position >= start + address.size())
             continue;
-        const QUrl url(address.toString());
+        QUrl url(address.toString());
         if (url.isValid() && !url.host().isEmpty())
             return url;
     }
