@@ -34,7 +34,7 @@ void ircuser::setNick(const QString &nick)
 bool ircuser::isNamedIn(const QString &said) const
 {
     // The server says what our nick is, and looking for a long one takes long.
-    if (m_nick.isEmpty() || m_nick.size() > longestNick)
+    if (m_nick.isEmpty() || m_nick.size() > longestNick || !said.contains(m_nick, Qt::CaseInsensitive))
         return false;
     // The number of a colour is not part of a word.
     static const QRegularExpression codes(QStringLiteral("\\x{3}\\d{0,2}(,\\d{0,2})?"));

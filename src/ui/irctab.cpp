@@ -94,6 +94,8 @@ void irctab::happened()
 void irctab::spoke(const QString &nick, bool personal)
 {
     mainWindow->tabBar->addNews(tabId, personal ? tabbar::news::personal : tabbar::news::message);
+    if (!speakers.isEmpty() && speakers.last() == nick)
+        return;
     speakers.removeOne(nick);
     speakers.append(nick);
     if (speakers.size() > mostSpeakers)
