@@ -185,8 +185,11 @@ void ircsession::happened(irctab *tab, const ircmessage *msg) const
 
 void ircsession::spoke(irctab *tab, const ircmessage *msg, const QString &text) const
 {
-    if (!sentByMe(msg))
-        tab->spoke(msg->prefix()->nick(), addressedToMe(msg) || conn.identity.isNamedIn(text));
+    if (sentByMe(msg))
+        return;
+    // In front there are no news: whether it is for us need not be found out.
+    const bool personal = !tab->isInFront() && (addressedToMe(msg) || conn.identity.isNamedIn(text));
+    tab->spoke(msg->prefix()->nick(), personal);
 }
 
 void ircsession::modesChanged(ircmode *m) const

@@ -86,6 +86,11 @@ QStringList irctab::words(QStringList nicks) const
     return nicks;
 }
 
+bool irctab::isInFront() const
+{
+    return mainWindow->tabBar->currentTab() == tabId;
+}
+
 void irctab::happened()
 {
     mainWindow->tabBar->addNews(tabId, tabbar::news::event);

@@ -23,6 +23,7 @@ public:
     ~irctab() override;
 
     QString tabName() const { return name; }
+    bool isInFront() const;
     /// Marks the tab: something has happened in it that is no message.
     void happened();
     /// Marks the tab: `nick` has said something, to us or of us if `personal`. Tab completes the last to
