@@ -230,6 +230,15 @@ void tst_setup::addEditDelete()
     QCOMPARE(preset::load(QStringLiteral("parlo")).at(0).name, QStringLiteral("First"));
     QCOMPARE(preset::load(QStringLiteral("parlo")).at(0).password, QStringLiteral("secret"));
 
+    // However long it is, what is only looked at stays as it is.
+    QList<preset> wide = preset::load(QStringLiteral("parlo"));
+    for (int i = 0; i < 200; ++i)
+        wide[0].channels.append(u"#channel" + QString::number(i));
+    presetbox unread(&wide, 0, false);
+    const QStringList channels = wide[0].channels;
+    press(unread, QStringLiteral("OK"));
+    QCOMPARE(wide[0].channels, channels);
+
     const QByteArray before = file();
     for (const char *button : {"Add", "Edit"}) {
         a.list()->setCurrentRow(0);

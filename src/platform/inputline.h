@@ -14,8 +14,5 @@ public:
     static constexpr Qt::InputMethodHints asTyped = Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText;
     static constexpr Qt::InputMethodHints hostName = asTyped | Qt::ImhUrlCharactersOnly;
 
-    /// For names: so many characters are enough.
-    static constexpr int longestName = 512;
-
     explicit inputline(QWidget *parent, const QString &text = {});
 };

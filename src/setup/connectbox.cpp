@@ -18,6 +18,8 @@
 namespace {
 
 constexpr int quickPort = 6667;
+/// Qt needs half a second to lay out a name that fills the settings file.
+constexpr int longestName = 512;
 
 QString quickGroup()
 {
@@ -73,7 +75,6 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     grid->setSpacing(5);
     const auto addRow = [this, grid](const QString &label, Qt::InputMethodHints hints) {
         auto *edit = new inputline(quickGrid);
-        edit->setMaxLength(inputline::longestName);
         edit->setInputMethodHints(hints);
         auto *name = new QLabel(label, quickGrid);
         name->setBuddy(edit);
@@ -171,7 +172,7 @@ void connectbox::fillPresetList()
 {
     presetList->clear();
     for (const preset &p : std::as_const(presets))
-        presetList->addItem(p.name.left(inputline::longestName));
+        presetList->addItem(p.name.left(longestName));
 }
 
 void connectbox::savePresets()

@@ -88,7 +88,6 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
 QLineEdit *presetbox::addRow(const QString &label, const QString &text)
 {
     auto *edit = new inputline(formBox, text);
-    edit->setMaxLength(inputline::longestName);
     // A finger needs all the height that there is.
     edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     auto *name = new QLabel(label, formBox);
