@@ -4,13 +4,13 @@
 // Prints one figure a line: name, value, unit. ./dev bench runs it several times and makes the table.
 
 #include "../tests/user.h"
-#include "app/parlo.h"
-#include "irc/ircmessage.h"
-#include "session/ircchannel.h"
-#include "ui/channeltab.h"
-#include "ui/ircuserbox.h"
-#include "ui/ircview.h"
-#include "ui/richline.h"
+#include "channeltab.h"
+#include "ircchannel.h"
+#include "ircmessage.h"
+#include "ircuserbox.h"
+#include "ircview.h"
+#include "parlo.h"
+#include "richline.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -23,6 +23,8 @@
 
 #include <functional>
 #include <malloc.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -57,10 +59,8 @@ void until(const std::function<bool()> &condition)
 /// Common talk: 20 to 120 characters from 50 nicks, one line in ten with a colour or bold.
 QStringList talk(int lines)
 {
-    const QStringList words =
-        QStringLiteral("the quick brown fox jumps over a lazy dog while nobody looks at it "
-                       "and everything runs as well as it ever did")
-            .split(u' ');
+    const QStringList words = u"the quick brown fox jumps over a lazy dog while nobody looks at it "
+                              "and everything runs as well as it ever did"_s.split(u' ');
     quint32 seed = 1;
     const auto random = [&seed](quint32 below) {
         seed = seed * 1664525 + 1013904223;
@@ -110,7 +110,7 @@ void parts(const QStringList &lines)
     const auto add = [&](qsizetype from, qsizetype to) {
         return microseconds([&] {
             for (qsizetype i = from; i < to; ++i) {
-                view.privmsg(QStringLiteral("nick"), texts.at(i));
+                view.privmsg(u"nick"_s, texts.at(i));
                 if (i % 2000 == 1999)
                     QCoreApplication::processEvents();
             }
@@ -127,7 +127,7 @@ void parts(const QStringList &lines)
 
 void roster()
 {
-    ircchannel channel(QStringLiteral("#parlo"));
+    ircchannel channel(u"#parlo"_s);
     ircuserbox box(nullptr);
     box.show();
     print("names of the big channel", milliseconds([&] {
@@ -165,11 +165,11 @@ void flood(const QStringList &lines)
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
     user person;
-    person.connectTo(server.serverPort(), QStringLiteral("me"), {});
+    person.connectTo(server.serverPort(), u"me"_s, {});
     until([&] { return server.hasPendingConnections(); });
     QTcpSocket *peer = server.nextPendingConnection();
     peer->write(":me!u@h JOIN #parlo\r\n");
-    const QString channel = QStringLiteral("#parlo");
+    const QString channel = u"#parlo"_s;
     until([&] { return person.tabs().contains(channel); });
     QWidget *page = person.window()->widgetStack->currentWidget();
     auto *view = page->findChild<ircview *>();
@@ -203,7 +203,7 @@ void flood(const QStringList &lines)
           }),
           "ms");
     print("change of tab, there and back", milliseconds([&] {
-              person.select(QStringLiteral("Server"));
+              person.select(u"Server"_s);
               QCoreApplication::processEvents();
               person.select(channel);
               QCoreApplication::processEvents();

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 QString unescaped(QString text)
 {
     if (text.endsWith(u'$'))
@@ -19,7 +21,7 @@ void addRows(const char *name)
     QTest::addColumn<QString>("expected");
     QFile file(QStringLiteral(TESTS "/rows/%1.txt").arg(QLatin1StringView(name)));
     QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
-    const QString between = QStringLiteral(" => ");
+    const QString between = u" => "_s;
     for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
         const qsizetype middle = line.lastIndexOf(between);
         if (middle >= 0 && !line.startsWith(u';'))

@@ -24,10 +24,10 @@
 // begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed and the script did not
 // ask for.
 
-#include "app/parlo.h"
+#include "ircuserbox.h"
+#include "ircview.h"
+#include "parlo.h"
 #include "rows.h"
-#include "ui/ircuserbox.h"
-#include "ui/ircview.h"
 #include "user.h"
 
 #include <QDir>
@@ -41,6 +41,8 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <thread>
+
+using namespace Qt::StringLiterals;
 
 class tst_conversations : public QObject
 {
@@ -134,7 +136,7 @@ void tst_conversations::step(const QString &line)
     } else if (word == u"gone") {
         QTRY_COMPARE(client->state(), QAbstractSocket::UnconnectedState);
     } else {
-        static const QRegularExpression closing(QStringLiteral("[)\\]}]"));
+        static const QRegularExpression closing(u"[)\\]}]"_s);
         const qsizetype end = line.indexOf(closing, 1);
         const QString tab = line.mid(1, end - 1);
         const QString text = line.mid(end + 2);
@@ -151,7 +153,7 @@ void tst_conversations::play_data()
 {
     QTest::addColumn<QString>("file");
     const QDir scripts(QStringLiteral(TESTS "/conversations"));
-    const QStringList names = scripts.entryList({QStringLiteral("*.txt")});
+    const QStringList names = scripts.entryList({u"*.txt"_s});
     QVERIFY(!names.isEmpty());
     for (const QString &name : names)
         QTest::newRow(qPrintable(name)) << scripts.filePath(name);
@@ -166,14 +168,13 @@ void tst_conversations::play()
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(u';'))
             continue;
-        step(unescaped(
-            QString(lines[i]).replace(QStringLiteral("$PORT"), QString::number(server->serverPort()))));
+        step(unescaped(QString(lines[i]).replace(u"$PORT"_s, QString::number(server->serverPort()))));
         if (QTest::currentTestFailed())
-            QFAIL(qPrintable(QStringLiteral("%1:%2: %3").arg(file).arg(i + 1).arg(lines[i])));
+            QFAIL(qPrintable(u"%1:%2: %3"_s.arg(file).arg(i + 1).arg(lines[i])));
     }
     if (client->state() == QAbstractSocket::ConnectedState) {
-        send(QStringLiteral("PING :the end"));
-        QCOMPARE(received(), QStringLiteral("PONG :the"));
+        send(u"PING :the end"_s);
+        QCOMPARE(received(), u"PONG :the"_s);
     }
     QCOMPARE(person->unreadLines().join(u'\n'), QString());
 }
@@ -182,15 +183,15 @@ void tst_conversations::play()
 // fail. What is no line any more does not fill the memory.
 void tst_conversations::flood()
 {
-    const QString tab = QStringLiteral("Server");
-    step(QStringLiteral("connect bob -"));
+    const QString tab = u"Server"_s;
+    step(u"connect bob -"_s);
     QStringList expected;
     QByteArray bytes;
     for (int i = 0; i < 20'000; ++i) {
-        expected.append(QStringLiteral("- line %1 of many").arg(i));
-        bytes += QStringLiteral(":srv 372 bob :line %1 of many\r\n").arg(i).toLatin1();
+        expected.append(u"- line %1 of many"_s.arg(i));
+        bytes += u":srv 372 bob :line %1 of many\r\n"_s.arg(i).toLatin1();
     }
-    expected.append(QStringLiteral("- Disconnected"));
+    expected.append(u"- Disconnected"_s);
     // From a thread of its own a server is ahead of us, and closes while most of its lines wait.
     const std::jthread writer([&bytes, out = static_cast<int>(client->socketDescriptor())] {
         pollfd ready{out, POLLOUT, 0};
@@ -204,13 +205,13 @@ void tst_conversations::flood()
 
     // 64 KiB are a line; more are none, with an end or without.
     for (const char *end : {"\r\n", ""}) {
-        person->type(tab, QStringLiteral("/server 127.0.0.1 %1").arg(server->serverPort()));
+        person->type(tab, u"/server 127.0.0.1 %1"_s.arg(server->serverPort()));
         meetNewClient();
         client->write(":srv 372 bob :" + QByteArray(64 * 1024 - 16, 'x') + "\r\n" +
                       QByteArray(64 * 1024 + 1, 'y') + end);
         expected.append(u"- " + QString(64 * 1024 - 16, u'x'));
-        expected.append(QStringLiteral("- The server sent a line of over 64 KiB"));
-        expected.append(QStringLiteral("- Disconnected"));
+        expected.append(u"- The server sent a line of over 64 KiB"_s);
+        expected.append(u"- Disconnected"_s);
         QTRY_COMPARE(person->lines(tab).size(), expected.size());
         QCOMPARE(person->lines(tab), expected);
     }
@@ -219,9 +220,9 @@ void tst_conversations::flood()
 void tst_conversations::remembers()
 {
     const auto open = [this] {
-        step(QStringLiteral("connect bob #c"));
-        send(QStringLiteral(":bob JOIN #c"));
-        step(QStringLiteral("tabs Server | #c"));
+        step(u"connect bob #c"_s);
+        send(u":bob JOIN #c"_s);
+        step(u"tabs Server | #c"_s);
         return person->window()->widgetStack->currentWidget();
     };
     const auto sizes = [this](const QWidget *page) {
@@ -231,23 +232,23 @@ void tst_conversations::remembers()
     };
     const QWidget *page = open();
     const QList<int> before = sizes(page);
-    person->press(QStringLiteral("#c"), QStringLiteral("Ctrl++ Ctrl++ Ctrl++ Ctrl+-"));
+    person->press(u"#c"_s, u"Ctrl++ Ctrl++ Ctrl++ Ctrl+-"_s);
     page->findChild<QPushButton *>()->click();
     person->window()->resize(300, 400);
     const QList<int> after{300, 400, before.at(2) + 2, 0};
     QCOMPARE(sizes(page), after);
     page = open();
     QTRY_COMPARE(sizes(page), after);
-    person->press(QStringLiteral("#c"), QStringLiteral("Ctrl+0"));
+    person->press(u"#c"_s, u"Ctrl+0"_s);
     QCOMPARE(sizes(page).at(2), before.at(2));
 }
 
 // Whatever a server says, what we answer is a PONG or a few versions, a line each.
 void tst_conversations::everyCommandInEveryShape()
 {
-    step(QStringLiteral("connect bob -"));
-    step(QStringLiteral("-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"));
-    step(QStringLiteral("-> NICK bob"));
+    step(u"connect bob -"_s);
+    step(u"-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"_s);
+    step(u"-> NICK bob"_s);
     const QByteArray many(10'000, '\1');
     QByteArray letters;
     QByteArray channels;
@@ -284,7 +285,7 @@ void tst_conversations::everyCommandInEveryShape()
     for (const char *line :
          {" PRIVMSG bob :hi\r\n", " PRIVMSG bob :\1VERSION\1\r\n", " JOIN #c\r\n", " NICK x\r\n"})
         client->write(':' + QByteArray(60LL * 1024, 'n') + line);
-    step(QStringLiteral("<- PING :the end"));
+    step(u"<- PING :the end"_s);
     QString line;
     int versions = 0;
     while (line != u"PONG :the") {
@@ -300,21 +301,21 @@ void tst_conversations::everyCommandInEveryShape()
 // The sanitizers are the judge of this one.
 void tst_conversations::endsInTheMiddle()
 {
-    const QString again = QStringLiteral("/server 127.0.0.1 %1").arg(server->serverPort());
-    step(QStringLiteral("connect bob #c"));
+    const QString again = u"/server 127.0.0.1 %1"_s.arg(server->serverPort());
+    step(u"connect bob #c"_s);
     // A close is waiting while we leave, are kicked and are cut off in the middle of a line.
-    send(QStringLiteral(":bob JOIN #c"));
-    step(QStringLiteral("tabs Server | #c"));
-    send(QStringLiteral(":bob JOIN #d"));
-    step(QStringLiteral("tabs Server | #c | #d"));
+    send(u":bob JOIN #c"_s);
+    step(u"tabs Server | #c"_s);
+    send(u":bob JOIN #d"_s);
+    step(u"tabs Server | #c | #d"_s);
     client->write(":bob PART #c\r\n:x KICK #c bob\r\n:s 353 bob = #d :a b\r\n:x PRIVMSG #d :half a l");
-    person->type(QStringLiteral("#c"), QStringLiteral("/close"));
+    person->type(u"#c"_s, u"/close"_s);
     client->disconnectFromHost();
-    step(QStringLiteral("tabs Server | #d"));
-    step(QStringLiteral("[#d] - Disconnected"));
+    step(u"tabs Server | #d"_s);
+    step(u"[#d] - Disconnected"_s);
     // The last of many servers in a row is the one that we talk to.
     for (int i = 0; i < 20; ++i)
-        person->type(QStringLiteral("Server"), again);
+        person->type(u"Server"_s, again);
     QTRY_VERIFY([this] {
         while (server->hasPendingConnections()) {
             client = server->nextPendingConnection();
@@ -322,12 +323,12 @@ void tst_conversations::endsInTheMiddle()
         }
         return client->state() == QAbstractSocket::ConnectedState && client->canReadLine();
     }());
-    step(QStringLiteral("-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"));
+    step(u"-> USER parlo HOSTNAME 127.0.0.1 :Parlo Pocket Chat"_s);
     // The window goes while a connect runs, a close waits, and lines are there to be read.
     client->write(QByteArray(":x PRIVMSG #d :text\r\n").repeated(10'000) + ":bob PART #d\r\n:s 353 bob");
-    QTRY_VERIFY(person->lines(QStringLiteral("#d")).size() > 100);
-    person->type(QStringLiteral("#d"), QStringLiteral("/close"));
-    person->type(QStringLiteral("Server"), again);
+    QTRY_VERIFY(person->lines(u"#d"_s).size() > 100);
+    person->type(u"#d"_s, u"/close"_s);
+    person->type(u"Server"_s, again);
     person.reset();
 }
 

@@ -2,7 +2,7 @@
 //
 // Parlo and a real server: ngircd, which the test starts itself, with a second client to talk to.
 
-#include "app/parlo.h"
+#include "parlo.h"
 #include "user.h"
 
 #include <QProcess>
@@ -10,6 +10,8 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 class tst_ngircd : public QObject
 {
@@ -34,15 +36,14 @@ private:
 
 void tst_ngircd::startServer()
 {
-    QFile config(folder.filePath(QStringLiteral("ngircd.conf")));
+    QFile config(folder.filePath(u"ngircd.conf"_s));
     QVERIFY(config.open(QIODevice::WriteOnly));
     config.write(
         "[Global]\nName = irc.test\nInfo = test\nListen = 127.0.0.1\nMotdPhrase = Good day\nPorts = " +
         QByteArray::number(port) + "\n[Options]\nDNS = no\nIdent = no\nPAM = no\n");
     config.close();
     config.setPermissions(config.permissions() | QFile::ReadOther);
-    ngircd.start(QStringLiteral("/usr/sbin/ngircd"),
-                 {QStringLiteral("-n"), QStringLiteral("-f"), config.fileName()});
+    ngircd.start(u"/usr/sbin/ngircd"_s, {u"-n"_s, u"-f"_s, config.fileName()});
     QVERIFY(ngircd.waitForStarted());
     QTRY_VERIFY([this] {
         QTcpSocket probe;
@@ -77,58 +78,58 @@ void tst_ngircd::chat()
     say("NICK guest\r\nUSER guest 0 * :Guest\r\nJOIN #parlo");
     QVERIFY(heard(" 366 guest #parlo "));
 
-    const QString channel = QStringLiteral("#parlo");
-    const QString query = QStringLiteral("guest");
+    const QString channel = u"#parlo"_s;
+    const QString query = u"guest"_s;
     user person;
-    person.connectTo(port, QStringLiteral("me"), channel);
-    QTRY_COMPARE(person.tabs().join(u' '), QStringLiteral("Server #parlo"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("@guest me"));
-    QTRY_VERIFY(person.lines(QStringLiteral("Server")).contains(QStringLiteral("- - Good day")));
+    person.connectTo(port, u"me"_s, channel);
+    QTRY_COMPARE(person.tabs().join(u' '), u"Server #parlo"_s);
+    QTRY_COMPARE(person.members(channel), u"@guest me"_s);
+    QTRY_VERIFY(person.lines(u"Server"_s).contains(u"- - Good day"_s));
 
     say("PRIVMSG #parlo :hello, me");
-    QCOMPARE(person.nextLine(channel), QStringLiteral("<guest> hello, me"));
-    person.type(channel, QStringLiteral("hello, guest"));
-    QCOMPARE(person.nextLine(channel), QStringLiteral("<me> hello, guest"));
+    QCOMPARE(person.nextLine(channel), u"<guest> hello, me"_s);
+    person.type(channel, u"hello, guest"_s);
+    QCOMPARE(person.nextLine(channel), u"<me> hello, guest"_s);
     QVERIFY(heard(" PRIVMSG #parlo :hello, guest\r\n"));
     say("PRIVMSG me :just us");
-    QCOMPARE(person.nextLine(query), QStringLiteral("<guest> just us"));
-    person.type(query, QStringLiteral("/me nods"));
-    QCOMPARE(person.nextLine(query), QStringLiteral("* me nods"));
+    QCOMPARE(person.nextLine(query), u"<guest> just us"_s);
+    person.type(query, u"/me nods"_s);
+    QCOMPARE(person.nextLine(query), u"* me nods"_s);
     QVERIFY(heard(" PRIVMSG guest :\1ACTION nods\1\r\n"));
     say("PRIVMSG me :\1VERSION\1");
     QVERIFY(heard(" NOTICE guest :\1VERSION Parlo 0.2\1\r\n"));
 
     say("MODE #parlo +o me");
-    QCOMPARE(person.nextLine(channel), QStringLiteral("guest sets modes #parlo +o me"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("@guest @me"));
-    person.type(channel, QStringLiteral("/mode #parlo -o+v guest guest"));
-    QCOMPARE(person.nextLine(channel), QStringLiteral("me sets modes #parlo -o+v guest guest"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("@me +guest"));
-    person.type(channel, QStringLiteral("/nick Myself"));
-    QCOMPARE(person.nextLine(channel), QStringLiteral("me is now known as Myself"));
-    person.type(channel, QStringLiteral("/kick guest out"));
-    QCOMPARE(person.nextLine(channel), QStringLiteral("<- Myself has kicked guest (out)"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("@Myself"));
+    QCOMPARE(person.nextLine(channel), u"guest sets modes #parlo +o me"_s);
+    QTRY_COMPARE(person.members(channel), u"@guest @me"_s);
+    person.type(channel, u"/mode #parlo -o+v guest guest"_s);
+    QCOMPARE(person.nextLine(channel), u"me sets modes #parlo -o+v guest guest"_s);
+    QTRY_COMPARE(person.members(channel), u"@me +guest"_s);
+    person.type(channel, u"/nick Myself"_s);
+    QCOMPARE(person.nextLine(channel), u"me is now known as Myself"_s);
+    person.type(channel, u"/kick guest out"_s);
+    QCOMPARE(person.nextLine(channel), u"<- Myself has kicked guest (out)"_s);
+    QTRY_COMPARE(person.members(channel), u"@Myself"_s);
     say("JOIN #parlo");
-    QCOMPARE(person.nextLine(channel), QStringLiteral("-> guest has joined"));
+    QCOMPARE(person.nextLine(channel), u"-> guest has joined"_s);
 
-    person.type(channel, QStringLiteral("/part"));
-    QTRY_COMPARE(person.tabs().join(u' '), QStringLiteral("Server guest"));
-    person.type(query, QStringLiteral("/join #parlo"));
-    QTRY_COMPARE(person.tabs().join(u' '), QStringLiteral("Server guest #parlo"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("guest Myself"));
+    person.type(channel, u"/part"_s);
+    QTRY_COMPARE(person.tabs().join(u' '), u"Server guest"_s);
+    person.type(query, u"/join #parlo"_s);
+    QTRY_COMPARE(person.tabs().join(u' '), u"Server guest #parlo"_s);
+    QTRY_COMPARE(person.members(channel), u"guest Myself"_s);
     say("QUIT :good night");
-    QVERIFY(person.nextLine(channel).startsWith(QStringLiteral("<- guest has quit (")));
+    QVERIFY(person.nextLine(channel).startsWith(u"<- guest has quit ("_s));
 
     stopServer();
-    QCOMPARE(person.nextLine(channel), QStringLiteral("- Disconnected"));
-    QCOMPARE(person.nextLine(query), QStringLiteral("- Disconnected"));
+    QCOMPARE(person.nextLine(channel), u"- Disconnected"_s);
+    QCOMPARE(person.nextLine(query), u"- Disconnected"_s);
     startServer();
-    person.type(channel, QStringLiteral("/server 127.0.0.1 %1").arg(port));
-    QTRY_COMPARE(person.tabs().join(u' '), QStringLiteral("Server guest #parlo #parlo"));
-    QTRY_COMPARE(person.members(channel), QStringLiteral("@Myself"));
-    person.type(channel, QStringLiteral("/quit bye"));
-    QCOMPARE(person.nextLine(channel), QStringLiteral("- Disconnected"));
+    person.type(channel, u"/server 127.0.0.1 %1"_s.arg(port));
+    QTRY_COMPARE(person.tabs().join(u' '), u"Server guest #parlo #parlo"_s);
+    QTRY_COMPARE(person.members(channel), u"@Myself"_s);
+    person.type(channel, u"/quit bye"_s);
+    QCOMPARE(person.nextLine(channel), u"- Disconnected"_s);
     stopServer();
 }
 

@@ -2,9 +2,9 @@
 //
 // The connect dialog, the preset editor and the settings file behind them.
 
-#include "platform/config.h"
-#include "setup/connectbox.h"
-#include "setup/presetbox.h"
+#include "config.h"
+#include "connectbox.h"
+#include "presetbox.h"
 #include "user.h"
 
 #include <QApplication>
@@ -22,6 +22,8 @@
 
 #include <csignal>
 #include <functional>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -112,7 +114,7 @@ private Q_SLOTS:
 private:
     void write(const QByteArray &text);
     QByteArray file() const;
-    QString path() const { return home->filePath(QStringLiteral("parlo.conf")); }
+    QString path() const { return home->filePath(u"parlo.conf"_s); }
 
     std::unique_ptr<QTemporaryDir> home;
 };
@@ -139,10 +141,10 @@ QByteArray tst_setup::file() const
 void tst_setup::firstRun()
 {
     asked a;
-    QCOMPARE(a.box.windowTitle(), QStringLiteral("Connect to IRC Server"));
-    QCOMPARE(a.pages()->tabText(a.pages()->currentIndex()), QStringLiteral("Presets"));
+    QCOMPARE(a.box.windowTitle(), u"Connect to IRC Server"_s);
+    QCOMPARE(a.pages()->tabText(a.pages()->currentIndex()), u"Presets"_s);
     QCOMPARE(a.names(), QStringList());
-    QCOMPARE(a.nick + u' ' + a.server, QStringLiteral("ParloUser irc.libera.chat"));
+    QCOMPARE(a.nick + u' ' + a.server, u"ParloUser irc.libera.chat"_s);
     for (const char *button : {"Connect", "Edit", "Del"})
         press(a.box, QString::fromLatin1(button));
     QCOMPARE(a.box.result(), 0);
@@ -158,23 +160,22 @@ void tst_setup::quickConnect()
         const auto refused = [&](const QString &nick, const QString &server, const QString &why) {
             fields[0]->setText(nick);
             fields[1]->setText(server);
-            expectMessage(why, [&] { press(a.box, QStringLiteral("Connect")); });
+            expectMessage(why, [&] { press(a.box, u"Connect"_s); });
         };
-        refused({}, {}, QStringLiteral("You must specify a nickname"));
-        refused(QStringLiteral("a b"), {}, QStringLiteral("You can't have a space in your nick"));
-        refused(QStringLiteral("a"), {}, QStringLiteral("You must specify an IRC server"));
-        refused(QStringLiteral("a"), QStringLiteral("b c"),
-                QStringLiteral("You can't have a space\nin the server name"));
+        refused({}, {}, u"You must specify a nickname"_s);
+        refused(u"a b"_s, {}, u"You can't have a space in your nick"_s);
+        refused(u"a"_s, {}, u"You must specify an IRC server"_s);
+        refused(u"a"_s, u"b c"_s, u"You can't have a space\nin the server name"_s);
         QVERIFY(!QFile::exists(path()));
         QCOMPARE(a.box.result(), 0);
-        fields[1]->setText(QStringLiteral("host,1 \\%\"").remove(u' '));
-        press(a.box, QStringLiteral("Connect"));
+        fields[1]->setText(u"host,1 \\%\""_s.remove(u' '));
+        press(a.box, u"Connect"_s);
         QCOMPARE(a.box.result(), 1);
         QCOMPARE(a.port, 6667);
         QCOMPARE(a.channels, QStringList());
     }
     asked again;
-    QCOMPARE(again.nick + u' ' + again.server, QStringLiteral("a host,1\\%\""));
+    QCOMPARE(again.nick + u' ' + again.server, u"a host,1\\%\""_s);
     QCOMPARE(QFile::permissions(path()) & ~(QFile::ReadUser | QFile::WriteUser),
              QFile::ReadOwner | QFile::WriteOwner);
 }
@@ -185,20 +186,20 @@ void tst_setup::presetsFromFile()
           "[Preset0]\nnick=bob\nserver=host\nport=7000\npassword=secret\nchannels=#a,#b\n"
           "[Preset1]\nport=abc\nchannels=#a #b, ,&c\n");
     asked a;
-    QCOMPARE(a.names(), QStringList({QStringLiteral("@One; \u00fcb"), QStringLiteral("Two, with a comma")}));
+    QCOMPARE(a.names(), QStringList({u"@One; \u00fcb"_s, u"Two, with a comma"_s}));
     // The row with the focus is not a choice: only a selected one is.
     a.list()->setCurrentRow(0, QItemSelectionModel::NoUpdate);
-    press(a.box, QStringLiteral("Connect"));
+    press(a.box, u"Connect"_s);
     QCOMPARE(a.box.result(), 0);
     a.list()->setCurrentRow(0);
-    press(a.box, QStringLiteral("Connect"));
+    press(a.box, u"Connect"_s);
     QCOMPARE(a.box.result(), 1);
-    QCOMPARE(QStringLiteral("%1 %2 %3 %4").arg(a.nick, a.server).arg(a.port).arg(a.channels.join(u'|')),
-             QStringLiteral("bob host 7000 #a|#b"));
-    const preset second = preset::load(QStringLiteral("parlo")).at(1);
-    QCOMPARE(second.nick + u' ' + second.server, QStringLiteral("ParloUser irc.libera.chat"));
+    QCOMPARE(u"%1 %2 %3 %4"_s.arg(a.nick, a.server).arg(a.port).arg(a.channels.join(u'|')),
+             u"bob host 7000 #a|#b"_s);
+    const preset second = preset::load(u"parlo"_s).at(1);
+    QCOMPARE(second.nick + u' ' + second.server, u"ParloUser irc.libera.chat"_s);
     QCOMPARE(second.port, 0U);
-    QCOMPARE(second.channels.join(u'|'), QStringLiteral("#a|#b|&c"));
+    QCOMPARE(second.channels.join(u'|'), u"#a|#b|&c"_s);
 }
 
 void tst_setup::addEditDelete()
@@ -207,53 +208,53 @@ void tst_setup::addEditDelete()
     asked a;
     a.list()->setCurrentRow(1);
     inNextDialog([](QWidget &editor) {
-        QCOMPARE(editor.windowTitle(), QStringLiteral("Add Preset"));
-        QCOMPARE(field(editor, QStringLiteral("Port: "))->text(), QStringLiteral("6667"));
-        field(editor, QStringLiteral("Preset name: "))->setText(QStringLiteral("New"));
-        field(editor, QStringLiteral("Nickname: "))->setText(QStringLiteral("n"));
-        field(editor, QStringLiteral("Server: "))->setText(QStringLiteral("s"));
-        field(editor, QStringLiteral("Port: "))->setText(QStringLiteral("abc"));
-        field(editor, QStringLiteral("Channels: "))->setText(QStringLiteral("#a,,#b  #c"));
-        press(editor, QStringLiteral("OK"));
+        QCOMPARE(editor.windowTitle(), u"Add Preset"_s);
+        QCOMPARE(field(editor, u"Port: "_s)->text(), u"6667"_s);
+        field(editor, u"Preset name: "_s)->setText(u"New"_s);
+        field(editor, u"Nickname: "_s)->setText(u"n"_s);
+        field(editor, u"Server: "_s)->setText(u"s"_s);
+        field(editor, u"Port: "_s)->setText(u"abc"_s);
+        field(editor, u"Channels: "_s)->setText(u"#a,,#b  #c"_s);
+        press(editor, u"OK"_s);
     });
-    press(a.box, QStringLiteral("Add"));
-    QCOMPARE(a.names().join(u' '), QStringLiteral("One New Two Three"));
+    press(a.box, u"Add"_s);
+    QCOMPARE(a.names().join(u' '), u"One New Two Three"_s);
     QVERIFY(file().contains("[Preset1]\nchannels=\"#a,#b,#c\"\nnick=n\npassword=\nport=0\nserver=s\n"));
 
     a.list()->setCurrentRow(0);
     inNextDialog([](QWidget &editor) {
-        QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Preset"));
-        field(editor, QStringLiteral("Preset name: "))->setText(QStringLiteral("First"));
-        press(editor, QStringLiteral("OK"));
+        QCOMPARE(editor.windowTitle(), u"Edit Preset"_s);
+        field(editor, u"Preset name: "_s)->setText(u"First"_s);
+        press(editor, u"OK"_s);
     });
-    press(a.box, QStringLiteral("Edit"));
-    QCOMPARE(preset::load(QStringLiteral("parlo")).at(0).name, QStringLiteral("First"));
-    QCOMPARE(preset::load(QStringLiteral("parlo")).at(0).password, QStringLiteral("secret"));
+    press(a.box, u"Edit"_s);
+    QCOMPARE(preset::load(u"parlo"_s).at(0).name, u"First"_s);
+    QCOMPARE(preset::load(u"parlo"_s).at(0).password, u"secret"_s);
 
     // However long it is, what is only looked at stays as it is.
-    QList<preset> wide = preset::load(QStringLiteral("parlo"));
+    QList<preset> wide = preset::load(u"parlo"_s);
     for (int i = 0; i < 200; ++i)
         wide[0].channels.append(u"#channel" + QString::number(i));
     presetbox unread(&wide, 0, false);
     const QStringList channels = wide[0].channels;
-    press(unread, QStringLiteral("OK"));
+    press(unread, u"OK"_s);
     QCOMPARE(wide[0].channels, channels);
 
     const QByteArray before = file();
     for (const char *button : {"Add", "Edit"}) {
         a.list()->setCurrentRow(0);
         QTest::ignoreMessage(QtWarningMsg, "Canceled");
-        inNextDialog([](QWidget &editor) { press(editor, QStringLiteral("Cancel")); });
+        inNextDialog([](QWidget &editor) { press(editor, u"Cancel"_s); });
         press(a.box, QString::fromLatin1(button));
     }
     QCOMPARE(file(), before);
 
     // The group of the last one stays in the file, and nothing reads it.
     a.list()->setCurrentRow(3);
-    press(a.box, QStringLiteral("Del"));
+    press(a.box, u"Del"_s);
     QVERIFY(file().contains("[Preset3]"));
     asked again;
-    QCOMPARE(again.names().join(u' '), QStringLiteral("First New Two"));
+    QCOMPARE(again.names().join(u' '), u"First New Two"_s);
 }
 
 void tst_setup::editorComplains()
@@ -261,7 +262,7 @@ void tst_setup::editorComplains()
     QList<preset> presets;
     presetbox editor(&presets, -1, true);
     const auto refused = [&](const char *label, const char *text, const char *why) {
-        expectMessage(QString::fromLatin1(why), [&] { press(editor, QStringLiteral("OK")); });
+        expectMessage(QString::fromLatin1(why), [&] { press(editor, u"OK"_s); });
         field(editor, QString::fromLatin1(label))->setText(QString::fromLatin1(text));
     };
     refused("Preset name: ", "p", "You must specify a preset name");
@@ -270,7 +271,7 @@ void tst_setup::editorComplains()
     refused("Server: ", "a b", "You must specify an IRC server");
     refused("Server: ", "s", "You cannot have a space in the server name");
     QVERIFY(presets.isEmpty());
-    press(editor, QStringLiteral("OK"));
+    press(editor, u"OK"_s);
     QCOMPARE(editor.result(), 1);
     QCOMPARE(presets.size(), 1);
 }
@@ -279,9 +280,9 @@ void tst_setup::returnMeansConnect()
 {
     write("[Presets]\n0=Libera\n1=At home\n");
     asked a;
-    QVERIFY(user::picture(a.box, QStringLiteral("connect-presets")));
+    QVERIFY(user::picture(a.box, u"connect-presets"_s));
     a.pages()->setCurrentIndex(1);
-    QVERIFY(user::picture(a.box, QStringLiteral("connect-quick")));
+    QVERIFY(user::picture(a.box, u"connect-quick"_s));
     QCOMPARE(user::nameless(a.box), QStringList());
     a.pages()->setCurrentIndex(0);
     a.list()->setFocus();
@@ -292,14 +293,9 @@ void tst_setup::returnMeansConnect()
 
 void tst_setup::editorFits()
 {
-    QList<preset> presets{{QStringLiteral("Libera"),
-                           QStringLiteral("irc.libera.chat"),
-                           6667,
-                           QStringLiteral("ada"),
-                           {},
-                           {QStringLiteral("#parlo")}}};
+    QList<preset> presets{{u"Libera"_s, u"irc.libera.chat"_s, 6667, u"ada"_s, {}, {u"#parlo"_s}}};
     presetbox editor(&presets, 0, false);
-    QVERIFY(user::picture(editor, QStringLiteral("preset-editor")));
+    QVERIFY(user::picture(editor, u"preset-editor"_s));
     QCOMPARE(user::nameless(editor), QStringList());
     QCOMPARE(editor.size(), QSize(200, 250));
     for (const QWidget *part : editor.findChildren<QWidget *>()) {
@@ -360,11 +356,9 @@ void tst_setup::brokenFiles()
     QFETCH(const QString, check);
     QFETCH(const QString, nick);
     QFETCH(const bool, saved);
-    const auto shell = [](const QString &script) {
-        return QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), script});
-    };
-    const auto name = QStringLiteral("@@1;,\"\\#\t\u00fc\u202e\U0001f600ff ");
-    const QString complaint = saved ? QString() : QStringLiteral("Parlo: The settings\ncould not be saved");
+    const auto shell = [](const QString &script) { return QProcess::execute(u"sh"_s, {u"-c"_s, script}); };
+    const auto name = u"@@1;,\"\\#\t\u00fc\u202e\U0001f600ff "_s;
+    const QString complaint = saved ? QString() : u"Parlo: The settings\ncould not be saved"_s;
     qputenv("f", path().toUtf8());
     std::signal(SIGXFSZ, SIG_IGN);
     QCOMPARE(shell(make), 0);
@@ -372,34 +366,34 @@ void tst_setup::brokenFiles()
         asked a;
         QCOMPARE(a.nick, nick);
         inNextDialog([&](QWidget &editor) {
-            field(editor, QStringLiteral("Preset name: "))->setText(name);
-            field(editor, QStringLiteral("Nickname: "))->setText(QStringLiteral("n"));
-            field(editor, QStringLiteral("Server: "))->setText(QStringLiteral("s"));
-            press(editor, QStringLiteral("OK"));
+            field(editor, u"Preset name: "_s)->setText(name);
+            field(editor, u"Nickname: "_s)->setText(u"n"_s);
+            field(editor, u"Server: "_s)->setText(u"s"_s);
+            press(editor, u"OK"_s);
         });
-        QCOMPARE(messageOf([&] { press(a.box, QStringLiteral("Add")); }), complaint);
+        QCOMPARE(messageOf([&] { press(a.box, u"Add"_s); }), complaint);
         a.pages()->setCurrentIndex(1);
-        a.box.setNick(QStringLiteral("ann"));
-        a.box.setServer(QStringLiteral("host"));
-        QCOMPARE(messageOf([&] { press(a.box, QStringLiteral("Connect")); }), complaint);
+        a.box.setNick(u"ann"_s);
+        a.box.setServer(u"host"_s);
+        QCOMPARE(messageOf([&] { press(a.box, u"Connect"_s); }), complaint);
         QCOMPARE(a.box.result(), 1);
     }
     QCOMPARE(shell(check), 0);
     if (!saved)
         return;
     asked again;
-    QCOMPARE(again.nick, QStringLiteral("ann"));
+    QCOMPARE(again.nick, u"ann"_s);
     QCOMPARE(again.names(), QStringList(name));
 }
 
 void tst_setup::twoAtOnce()
 {
-    Config one(QStringLiteral("parlo"));
+    Config one(u"parlo"_s);
     {
-        Config two(QStringLiteral("parlo"));
-        two.writeEntry(QStringLiteral("two"), QStringLiteral("2\n2"));
+        Config two(u"parlo"_s);
+        two.writeEntry(u"two"_s, u"2\n2"_s);
     }
-    one.writeEntry(QStringLiteral("one"), QStringLiteral("1 "));
+    one.writeEntry(u"one"_s, u"1 "_s);
     QVERIFY(one.save());
     QCOMPARE(file(), QByteArray("one=\"1 \"\ntwo=\"2\\x000a2\"\n"));
 }

@@ -2,10 +2,10 @@
 //
 // The message view: control codes, what becomes of markup, and what is on the screen.
 
+#include "ircview.h"
+#include "richline.h"
 #include "rows.h"
-#include "ui/ircview.h"
-#include "ui/richline.h"
-#include "ui/weblink.h"
+#include "weblink.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -18,6 +18,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
 
 class tst_view : public QObject
 {
@@ -72,8 +74,7 @@ void tst_view::markup()
     const richline line(input);
     QString seen = line.text();
     for (const richspan &span : line.spans())
-        seen += QStringLiteral(" %1+%2:%3/%4")
-                    .arg(span.start)
+        seen += u" %1+%2:%3/%4"_s.arg(span.start)
                     .arg(span.length)
                     .arg(span.colour & 0xffffff, 6, 16, QChar(u'0'))
                     .arg(span.styles);
@@ -83,8 +84,8 @@ void tst_view::markup()
 // Each of these would be searched for its end to the end of the line.
 void tst_view::manyOpenings()
 {
-    for (const QString &piece : {QStringLiteral("<a"), QStringLiteral("&#"), QStringLiteral("<")}) {
-        for (const QString &end : {QString(), QStringLiteral(" <>")}) {
+    for (const QString &piece : {u"<a"_s, u"&#"_s, u"<"_s}) {
+        for (const QString &end : {QString(), u" <>"_s}) {
             const QString line = piece.repeated(200'000) + end;
             QCOMPARE(QString(richline(line).text()).remove(richline::breakHere),
                      piece == u"<a" && !end.isEmpty() ? QString() : line);
@@ -102,15 +103,15 @@ void tst_view::looks()
     ircview view(nullptr);
     view.resize(240, 320);
     view.show();
-    view.privmsg(QStringLiteral("bob"), QStringLiteral("\2hi\2 \37u"));
-    view.message(QStringLiteral("plain"));
+    view.privmsg(u"bob"_s, u"\2hi\2 \37u"_s);
+    view.message(u"plain"_s);
     // Where the user's own cursor stands makes no difference to what comes next.
     QTRY_COMPARE(formatsOf(view, 0).size(), 3);
     view.moveCursor(QTextCursor::Start);
     view.moveCursor(QTextCursor::Right);
-    view.nick(QStringLiteral("a"), QStringLiteral("b"));
+    view.nick(u"a"_s, u"b"_s);
     QTRY_VERIFY(view.document()->findBlockByNumber(2).layout()->lineCount() > 0);
-    QCOMPARE(view.toPlainText(), QStringLiteral("<bob> hi u\n- plain\na is now known as b"));
+    QCOMPARE(view.toPlainText(), u"<bob> hi u\n- plain\na is now known as b"_s);
     const auto runs = formatsOf(view, 0);
     QCOMPARE(runs[0].format.foreground().color(), QColor(0, 0, 255));
     QCOMPARE(runs[0].start, 1);
@@ -133,18 +134,18 @@ void tst_view::firstLinesAreDressed()
     ircview view(nullptr);
     view.show();
     QTRY_VERIFY(view.document()->firstBlock().layout()->lineCount() > 0);
-    view.addLine(QStringLiteral("<b>x</b>\r\n\r"));
+    view.addLine(u"<b>x</b>\r\n\r"_s);
     // Painting in the middle of an edit loses nothing of it.
     view.grab();
-    view.addLine(QStringLiteral("<b>z</b>"));
-    view.addLine(QStringLiteral("z"));
+    view.addLine(u"<b>z</b>"_s);
+    view.addLine(u"z"_s);
     QTRY_COMPARE(formatsOf(view, 1).size(), 1);
     for (int line = 0; line < 3; ++line)
         QCOMPARE(view.document()->findBlockByNumber(line).layout()->lineAt(0).textLength(), 1);
     QCOMPARE(formatsOf(view, 0).size(), 1);
-    view.addLine(QStringLiteral("\r\n"));
-    view.addLine(QStringLiteral("y"));
-    QCOMPARE(view.toPlainText(), QStringLiteral("x\nz\nz\n\ny"));
+    view.addLine(u"\r\n"_s);
+    view.addLine(u"y"_s);
+    QCOMPARE(view.toPlainText(), u"x\nz\nz\n\ny"_s);
 }
 
 void tst_view::textIsThereAtOnce()
@@ -153,7 +154,7 @@ void tst_view::textIsThereAtOnce()
     QString expected;
     for (int i = 0; i < 100; ++i) {
         view.addLine(QString::number(i));
-        expected += (i == 0 ? QString() : QStringLiteral("\n")) + QString::number(i);
+        expected += (i == 0 ? QString() : u"\n"_s) + QString::number(i);
         QCOMPARE(view.toPlainText(), expected);
     }
 }
@@ -171,10 +172,10 @@ void tst_view::staysAtTheBottom()
         return bar.value() == bar.maximum() && view.viewport()->rect().contains(last.center());
     };
     for (int i = 0; i < 100; ++i)
-        view.addLine(QStringLiteral("some line that is long enough to be wrapped a little, I hope"));
+        view.addLine(u"some line that is long enough to be wrapped a little, I hope"_s);
     QTRY_VERIFY(bar.maximum() > 0 && atBottom());
     view.verticalScrollBar()->setValue(0);
-    view.addLine(QStringLiteral("x").repeated(2000));
+    view.addLine(u"x"_s.repeated(2000));
     QTRY_VERIFY(atBottom());
     for (const QSize &size : {QSize(120, 100), QSize(300, 60), QSize(200, 300)}) {
         view.resize(size);
@@ -184,7 +185,7 @@ void tst_view::staysAtTheBottom()
     // Lines of all heights, and both sides change: the bottom is found even though every line is laid out
     // anew.
     for (int i = 0; i < 14; ++i)
-        view.addLine(QStringLiteral("word ").repeated(i * 7 % 30));
+        view.addLine(u"word "_s.repeated(i * 7 % 30));
     for (const QSize &size : {QSize(370, 360), QSize(160, 300), QSize(300, 300), QSize(160, 360)}) {
         view.resize(size);
         QTRY_VERIFY(atBottom());
@@ -192,7 +193,7 @@ void tst_view::staysAtTheBottom()
     QVERIFY(!view.textCursor().hasSelection());
     view.selectAll();
     const QString selected = view.textCursor().selectedText();
-    view.addLine(QStringLiteral("more"));
+    view.addLine(u"more"_s);
     QTRY_COMPARE(view.textCursor().selectedText(), selected);
     view.copy();
     QCOMPARE(QApplication::clipboard()->text(), view.toPlainText().remove(richline::breakHere).chopped(5));
@@ -206,9 +207,9 @@ void tst_view::laysOutOnlyWhatIsSeen()
     view.resize(240, 320);
     view.show();
     for (int i = 0; i < 2000; ++i)
-        view.privmsg(QStringLiteral("bob"), QStringLiteral("\2hello"));
+        view.privmsg(u"bob"_s, u"\2hello"_s);
     QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
-    view.addLine(QStringLiteral("one more"));
+    view.addLine(u"one more"_s);
     QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
     int laidOut = 0;
     for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
@@ -230,14 +231,14 @@ void tst_view::addresses()
 
 void tst_view::mouseAndFinger()
 {
-    QDesktopServices::setUrlHandler(QStringLiteral("http"), this, "open");
+    QDesktopServices::setUrlHandler(u"http"_s, this, "open");
     ircview view(nullptr);
     view.resize(240, 320);
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     view.show();
     for (int i = 0; i < 100; ++i)
         view.message(QString::number(i));
-    const QString longWord = QStringLiteral("x").repeated(300);
+    const QString longWord = u"x"_s.repeated(300);
     view.message(u"http://a.example/" + longWord + u" and words");
     QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
     const auto placeOf = [&view](const QString &text) {
@@ -247,24 +248,24 @@ void tst_view::mouseAndFinger()
         return view.cursorRect(there).center();
     };
     QWidget *seen = view.viewport();
-    QTest::mouseMove(seen, placeOf(QStringLiteral("and")));
+    QTest::mouseMove(seen, placeOf(u"and"_s));
     QCOMPARE(seen->cursor().shape(), Qt::IBeamCursor);
-    QTest::mouseMove(seen, placeOf(QStringLiteral("ttp:")));
+    QTest::mouseMove(seen, placeOf(u"ttp:"_s));
     QCOMPARE(seen->cursor().shape(), Qt::PointingHandCursor);
-    QTest::mouseClick(seen, Qt::LeftButton, {}, placeOf(QStringLiteral("words")));
-    QTest::mouseClick(seen, Qt::RightButton, {}, placeOf(QStringLiteral("ttp:")));
+    QTest::mouseClick(seen, Qt::LeftButton, {}, placeOf(u"words"_s));
+    QTest::mouseClick(seen, Qt::RightButton, {}, placeOf(u"ttp:"_s));
     QVERIFY(opened.isEmpty());
-    QTest::mouseClick(seen, Qt::LeftButton, {}, placeOf(QStringLiteral("ttp:")));
+    QTest::mouseClick(seen, Qt::LeftButton, {}, placeOf(u"ttp:"_s));
     QCOMPARE(opened, QStringList(u"http://a.example/" + longWord));
-    QTest::mouseDClick(seen, Qt::LeftButton, {}, placeOf(QStringLiteral("words")));
-    QTest::mouseRelease(seen, Qt::LeftButton, {}, placeOf(QStringLiteral("words")));
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("words"));
+    QTest::mouseDClick(seen, Qt::LeftButton, {}, placeOf(u"words"_s));
+    QTest::mouseRelease(seen, Qt::LeftButton, {}, placeOf(u"words"_s));
+    QCOMPARE(QApplication::clipboard()->text(), u"words"_s);
 
     // A tap opens as well; a finger that moves scrolls and selects nothing.
     const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
     view.moveCursor(QTextCursor::Start);
     view.scrollToBottom();
-    const QPoint tapped = placeOf(QStringLiteral("ttp:"));
+    const QPoint tapped = placeOf(u"ttp:"_s);
     QTest::touchEvent(seen, screen.get()).press(0, tapped);
     QTest::touchEvent(seen, screen.get()).release(0, tapped);
     QCOMPARE(opened.size(), 2);
@@ -276,7 +277,7 @@ void tst_view::mouseAndFinger()
     QTRY_VERIFY(view.verticalScrollBar()->value() < before - 5);
     QVERIFY(!view.textCursor().hasSelection());
     QCOMPARE(opened.size(), 2);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("http"));
+    QDesktopServices::unsetUrlHandler(u"http"_s);
 }
 
 void tst_view::finds()
@@ -286,12 +287,12 @@ void tst_view::finds()
         view.addLine(QString::fromLatin1(line));
     QStringList found;
     for (const bool newer : {false, false, false, false, true, true}) {
-        QVERIFY(view.findText(QStringLiteral("APPLE"), newer));
+        QVERIFY(view.findText(u"APPLE"_s, newer));
         found.append(view.textCursor().block().text().section(u' ', 1));
     }
-    QCOMPARE(found.join(u' '), QStringLiteral("three two one three one two"));
-    QVERIFY(!view.findText(QStringLiteral("plum"), false));
-    QCOMPARE(view.textCursor().selectedText(), QStringLiteral("Apple"));
+    QCOMPARE(found.join(u' '), u"three two one three one two"_s);
+    QVERIFY(!view.findText(u"plum"_s, false));
+    QCOMPARE(view.textCursor().selectedText(), u"Apple"_s);
 }
 
 void tst_view::readableEverywhere()
@@ -301,7 +302,7 @@ void tst_view::readableEverywhere()
     dark.setColor(QPalette::Text, Qt::white);
     ircview view(nullptr);
     view.show();
-    view.privmsg(QStringLiteral("bob"), QStringLiteral("\0034,1red"));
+    view.privmsg(u"bob"_s, u"\0034,1red"_s);
     const auto colour = [&view](int run) {
         return formatsOf(view, 0).value(run).format.foreground().color();
     };
@@ -321,21 +322,18 @@ void tst_view::hostileText_data()
     const auto row = [](const char *name, const QString &text, const QString &seen) {
         QTest::newRow(name) << text << seen;
     };
-    const auto tables = [](int deep) { return QStringLiteral("<table><tr><td>").repeated(deep); };
+    const auto tables = [](int deep) { return u"<table><tr><td>"_s.repeated(deep); };
     for (const char *source : {"file:/dev/zero", "file:$FIFO", "$FIFO", "http://127.0.0.1:1/x.png",
                                "data:image/png;base64,iVBORw0KGgo=", ":/Parlo.png"}) {
-        row(source,
-            QStringLiteral("a<img src=\"%1\">b<body background='%1'>c").arg(QLatin1StringView(source)),
-            QStringLiteral("abc"));
+        row(source, u"a<img src=\"%1\">b<body background='%1'>c"_s.arg(QLatin1StringView(source)), u"abc"_s);
     }
     for (const int deep : {16, 60, 500})
-        row(qPrintable(QStringLiteral("%1 tables").arg(deep)), tables(deep) + u'x', QStringLiteral("x"));
-    row("overlapping", QStringLiteral("<b>a<i>b</b>c</i>d<u>"), QStringLiteral("abcd"));
-    row("blocks", QStringLiteral("<style>*{}</style><a href=x>y</a><hr><ul><li>z<p>p<br>q<pre>r"),
-        QStringLiteral("*{}yzpqr"));
-    row("entities", QStringLiteral("&lt;").repeated(100'000), QStringLiteral("<").repeated(100'000));
+        row(qPrintable(u"%1 tables"_s.arg(deep)), tables(deep) + u'x', u"x"_s);
+    row("overlapping", u"<b>a<i>b</b>c</i>d<u>"_s, u"abcd"_s);
+    row("blocks", u"<style>*{}</style><a href=x>y</a><hr><ul><li>z<p>p<br>q<pre>r"_s, u"*{}yzpqr"_s);
+    row("entities", u"&lt;"_s.repeated(100'000), u"<"_s.repeated(100'000));
     for (const char16_t c : std::u16string_view(u"\u202e\u200f\u2066\u200b\u200d\u0300\ufeff\u1100\u0628"))
-        row(qPrintable(QStringLiteral("U+%1").arg(c, 4, 16)), QString(QChar(c)).repeated(2000),
+        row(qPrintable(u"U+%1"_s.arg(c, 4, 16)), QString(QChar(c)).repeated(2000),
             c == richline::breakHere ? QString() : QString(QChar(c)).repeated(2000));
     QString all;
     QString seen;
@@ -352,16 +350,16 @@ void tst_view::hostileText()
     QFETCH(QString, text);
     QFETCH(const QString, seen);
     const QTemporaryDir folder;
-    const QByteArray fifo = QFile::encodeName(folder.filePath(QStringLiteral("fifo")));
+    const QByteArray fifo = QFile::encodeName(folder.filePath(u"fifo"_s));
     QCOMPARE(mkfifo(fifo.constData(), 0600), 0);
-    text.replace(QStringLiteral("$FIFO"), QFile::decodeName(fifo));
+    text.replace(u"$FIFO"_s, QFile::decodeName(fifo));
     ircview view(nullptr);
     view.resize(240, 320);
     view.show();
-    view.message(QStringLiteral("<b>before</b>"));
+    view.message(u"<b>before</b>"_s);
     view.message(text);
     view.addLine(text);
-    view.message(QStringLiteral("after"));
+    view.message(u"after"_s);
     QTRY_VERIFY(view.document()->lastBlock().layout()->lineCount() > 0);
     view.grab();
     // Nobody has the FIFO open; and who had opened it in the usual way would still hang there.

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "user.h"
 
-#include "app/parlo.h"
-#include "platform/config.h"
-#include "setup/connectbox.h"
-#include "setup/preset.h"
-#include "ui/chatinput.h"
-#include "ui/ircuserbox.h"
-#include "ui/ircview.h"
-#include "ui/richline.h"
-#include "ui/tabbar.h"
+#include "chatinput.h"
+#include "config.h"
+#include "connectbox.h"
+#include "ircuserbox.h"
+#include "ircview.h"
+#include "parlo.h"
+#include "preset.h"
+#include "richline.h"
+#include "tabbar.h"
 
 #include <QAccessible>
 #include <QKeySequence>
@@ -19,6 +19,8 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 bool user::picture(QWidget &window, const QString &name)
 {
@@ -59,12 +61,12 @@ user::~user() = default;
 void user::connectTo(quint16 port, const QString &nick, const QString &channels)
 {
     preset p;
-    p.name = QStringLiteral("test");
+    p.name = u"test"_s;
     p.nick = nick;
-    p.server = QStringLiteral("127.0.0.1");
+    p.server = u"127.0.0.1"_s;
     p.port = port;
     p.channels = preset::splitChannels(channels);
-    preset::save(QStringLiteral("parlo"), {p});
+    preset::save(u"parlo"_s, {p});
     // The dialog is modal: this runs inside of it.
     QTimer::singleShot(0, [] {
         auto *dialog = qobject_cast<connectbox *>(QApplication::activeModalWidget());
@@ -116,7 +118,7 @@ void user::select(const QString &tab)
 void user::type(const QString &tab, const QString &text)
 {
     edit(tab, text);
-    press(tab, QStringLiteral("Return"));
+    press(tab, u"Return"_s);
 }
 
 void user::edit(const QString &tab, const QString &text)
@@ -207,14 +209,13 @@ QStringList user::unreadLines() const
 QString user::members(const QString &tab) const
 {
     const QAbstractItemModel *rows = pageOf(tab)->findChild<ircuserbox *>()->model();
-    const QMap<QRgb, QString> signs{{qRgb(0x11, 0xbb, 0x22), QStringLiteral("@")},
-                                    {qRgb(0x00, 0xff, 0xff), QStringLiteral("%")},
-                                    {qRgb(0xee, 0xee, 0x22), QStringLiteral("+")}};
+    const QMap<QRgb, QString> signs{
+        {qRgb(0x11, 0xbb, 0x22), u"@"_s}, {qRgb(0x00, 0xff, 0xff), u"%"_s}, {qRgb(0xee, 0xee, 0x22), u"+"_s}};
     QStringList members;
     for (int row = 0; row < rows->rowCount(); ++row) {
         const QModelIndex index = rows->index(row, 0);
         const QImage ball = index.data(Qt::DecorationRole).value<QPixmap>().toImage();
-        members.append((ball.isNull() ? QString() : signs.value(ball.pixel(2, 7), QStringLiteral("?"))) +
+        members.append((ball.isNull() ? QString() : signs.value(ball.pixel(2, 7), u"?"_s)) +
                        index.data().toString());
     }
     return members.join(u' ');

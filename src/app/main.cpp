@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/parlo.h"
-#include "platform/qpeapplication.h"
+#include "parlo.h"
+#include "qpeapplication.h"
 
 int main(int argc, char **argv)
 {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "app/parlo.h"
+#include "parlo.h"
 
-#include "platform/box.h"
-#include "platform/config.h"
-#include "platform/resource.h"
-#include "session/ircsession.h"
-#include "ui/tabbar.h"
+#include "box.h"
+#include "config.h"
+#include "ircsession.h"
+#include "resource.h"
+#include "tabbar.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -13,11 +13,13 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags)
-    : QMainWindow(parent, flags), prefs(preferences::load(Config::settingsName()))
+using namespace Qt::StringLiterals;
+
+parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwindow(parent, flags)
 {
+    prefs = preferences::load(Config::settingsName());
     setObjectName(QLatin1StringView(name));
-    setWindowIcon(Resource::loadPixmap(QStringLiteral("Parlo")));
+    setWindowIcon(Resource::loadPixmap(u"Parlo"_s));
     setWindowTitle(tr("Parlo v0.2"));
     mainBox = new QWidget(this);
     widgetStack = new QStackedWidget(mainBox);

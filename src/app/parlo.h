@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/preferences.h"
-
-#include <QMainWindow>
+#include "tabwindow.h"
 
 #include <memory>
 
-class QStackedWidget;
 class ircsession;
-class tabbar;
 
 /// The main window: the pages of the tabs above the tab bar. Tabs put themselves into both.
 ///
 /// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views.
-class parlo : public QMainWindow
+class parlo : public tabwindow
 {
     Q_OBJECT
 
@@ -24,10 +20,7 @@ public:
     /// Keeps the preferences, if they have changed.
     ~parlo() override;
 
-    tabbar *tabBar;
-    QStackedWidget *widgetStack;
     QWidget *mainBox;
-    preferences prefs;
 
 private:
     void addZoomKeys();

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "irc/connection.h"
+#include "connection.h"
 
-#include "irc/ircmessage.h"
-#include "irc/ircmode.h"
+#include "ircmessage.h"
+#include "ircmode.h"
 
 #include <QElapsedTimer>
 #include <QTextStream>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,9 +16,9 @@ constexpr int defaultPort = 6667;
 /// alive when a server sends as fast as it can, and whatever it sends.
 constexpr qint64 msPerTurn = 12;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot change more modes; each is asked of every channel tab.
-constexpr qsizetype mostModes = 512;
+constexpr qsizetype maxModes = 512;
 /// So many bytes of ours may wait for a server that does not read.
-constexpr qint64 mostUnsent = 512LL * 1024;
+constexpr qint64 maxUnsent = 512LL * 1024;
 constexpr QChar ctcpMark(1);
 
 QString word(QTextStream &args)
@@ -51,25 +53,25 @@ void connection::connectToServer(const QString &host, int port, const QString &n
                                  const QString &realname)
 {
     if (nick.isEmpty()) {
-        Q_EMIT errormsg(QStringLiteral("Please specify a nickname with /nick"));
+        Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
         return;
     }
     identity.setNick(nick);
-    identity.setUser(user.isEmpty() ? QStringLiteral("parlo") : user);
-    identity.setRealname(realname.isEmpty() ? QStringLiteral("Parlo Pocket Chat") : realname);
+    identity.setUser(user.isEmpty() ? u"parlo"_s : user);
+    identity.setRealname(realname.isEmpty() ? u"Parlo Pocket Chat"_s : realname);
     if (host.isEmpty()) {
-        Q_EMIT errormsg(QStringLiteral("Please specify a server"));
+        Q_EMIT errormsg(u"Please specify a server"_s);
         return;
     }
     server = host;
-    Q_EMIT debug(QStringLiteral("Connecting to Server..."));
+    Q_EMIT debug(u"Connecting to Server..."_s);
     ended = false;
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? defaultPort : port));
 }
 
 void connection::login()
 {
-    Q_EMIT debug(QStringLiteral("Connected, Logging in..."));
+    Q_EMIT debug(u"Connected, Logging in..."_s);
     send(u"USER " + identity.user() + u" HOSTNAME " + server + u" :" + identity.realname());
     send(u"NICK " + identity.nick());
     if (!channels.isEmpty())
@@ -86,7 +88,7 @@ void connection::readSocket()
     // One line is handled in any case, however slow the machine is.
     for (turn.start(); socket.canReadLine();) {
         const QString line = QString::fromLatin1(socket.readLine());
-        if (line.size() > socket::longestLine)
+        if (line.size() > socket::maxLine)
             return dropLongLine();
         Q_EMIT gotRawLine(line);
         parseLine(line);
@@ -107,13 +109,13 @@ void connection::socketDisconnect()
         return readSocket();
     loggedIn = false;
     registered = false;
-    m_serverName = QLatin1String("");
+    m_serverName = ""_L1;
     Q_EMIT disconnected();
 }
 
 void connection::dropLongLine()
 {
-    giveUp(QStringLiteral("The server sent a line of over 64 KiB"));
+    giveUp(u"The server sent a line of over 64 KiB"_s);
 }
 
 // A server that makes us do this is broken or hostile, and would fill the memory.
@@ -130,8 +132,8 @@ void connection::send(QString line)
 {
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     socket.sendLine(line);
-    if (socket.bytesToWrite() > mostUnsent)
-        giveUp(QStringLiteral("The server does not read what it is sent"));
+    if (socket.bytesToWrite() > maxUnsent)
+        giveUp(u"The server does not read what it is sent"_s);
 }
 
 // --- lines from the server ---
@@ -144,18 +146,18 @@ struct connection::reply
 
 // A signal is a member function: what needs no work of ours goes straight out.
 const connection::reply connection::replies[] = {
-    {QLatin1StringView("001"), &connection::handleWelcome},
-    {QLatin1StringView("PING"), &connection::handlePing},
-    {QLatin1StringView("PRIVMSG"), &connection::handlePrivmsg},
-    {QLatin1StringView("NOTICE"), &connection::handleNotice},
-    {QLatin1StringView("JOIN"), &connection::join},
-    {QLatin1StringView("PART"), &connection::part},
-    {QLatin1StringView("QUIT"), &connection::quit},
-    {QLatin1StringView("353"), &connection::handleNames},
-    {QLatin1StringView("366"), &connection::handleEndOfNames},
-    {QLatin1StringView("MODE"), &connection::handleMode},
-    {QLatin1StringView("NICK"), &connection::handleNick},
-    {QLatin1StringView("KICK"), &connection::kick},
+    {"001"_L1, &connection::handleWelcome},
+    {"PING"_L1, &connection::handlePing},
+    {"PRIVMSG"_L1, &connection::handlePrivmsg},
+    {"NOTICE"_L1, &connection::handleNotice},
+    {"JOIN"_L1, &connection::join},
+    {"PART"_L1, &connection::part},
+    {"QUIT"_L1, &connection::quit},
+    {"353"_L1, &connection::handleNames},
+    {"366"_L1, &connection::handleEndOfNames},
+    {"MODE"_L1, &connection::handleMode},
+    {"NICK"_L1, &connection::handleNick},
+    {"KICK"_L1, &connection::kick},
 };
 
 void connection::parseLine(const QString &line)
@@ -182,7 +184,7 @@ void connection::handleWelcome(ircmessage *msg)
 
 void connection::handlePing(ircmessage *msg)
 {
-    Q_EMIT debug(QStringLiteral("PING? PONG!"));
+    Q_EMIT debug(u"PING? PONG!"_s);
     send(u"PONG " + msg->param(0, false));
 }
 
@@ -222,7 +224,7 @@ void connection::handleMode(ircmessage *msg)
     const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
     QChar sign = u'+';
     int next = 0;
-    for (const QChar c : all.modes().left(mostModes)) {
+    for (const QChar c : all.modes().left(maxModes)) {
         if (c == u'+' || c == u'-') {
             sign = c;
             continue;
@@ -259,17 +261,12 @@ struct connection::command
 };
 
 const connection::command connection::commands[] = {
-    {QLatin1StringView("SERVER"), &connection::serverCommand},
-    {QLatin1StringView("QUIT"), &connection::quitCommand},
-    {QLatin1StringView("QUOTE"), &connection::quoteCommand},
-    {QLatin1StringView("MSG"), &connection::msgCommand},
-    {QLatin1StringView("JOIN"), &connection::joinCommand},
-    {QLatin1StringView("PART"), &connection::partCommand},
-    {QLatin1StringView("MODE"), &connection::modeCommand},
-    {QLatin1StringView("NICK"), &connection::nickCommand},
-    {QLatin1StringView("KICK"), &connection::kickCommand},
-    {QLatin1StringView("CTCP"), &connection::ctcpCommand},
-    {QLatin1StringView("ME"), &connection::meCommand},
+    {"SERVER"_L1, &connection::serverCommand}, {"QUIT"_L1, &connection::quitCommand},
+    {"QUOTE"_L1, &connection::quoteCommand},   {"MSG"_L1, &connection::msgCommand},
+    {"JOIN"_L1, &connection::joinCommand},     {"PART"_L1, &connection::partCommand},
+    {"MODE"_L1, &connection::modeCommand},     {"NICK"_L1, &connection::nickCommand},
+    {"KICK"_L1, &connection::kickCommand},     {"CTCP"_L1, &connection::ctcpCommand},
+    {"ME"_L1, &connection::meCommand},
 };
 
 QStringList connection::commandWords()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "irc/ircuser.h"
-#include "irc/socket.h"
+#include "ircuser.h"
+#include "socket.h"
 
 #include <QObject>
 #include <QStringList>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "irc/ircmessage.h"
+#include "ircmessage.h"
 
 namespace {
 

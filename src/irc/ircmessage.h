@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "irc/ircuser.h"
+#include "ircuser.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "irc/ircmode.h"
+#include "ircmode.h"
 
-#include "irc/ircmessage.h"
+#include "ircmessage.h"
 
 ircmode::ircmode(const ircmessage &m)
     : m_who(m.prefix()->nick()), m_target(m.param(0, false)), m_modes(m.param(1, true))

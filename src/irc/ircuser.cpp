@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "irc/ircuser.h"
+#include "ircuser.h"
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr qsizetype longestNick = 128;
+constexpr qsizetype maxNick = 128;
 
 } // namespace
 
@@ -34,11 +36,11 @@ void ircuser::setNick(const QString &nick)
 bool ircuser::isNamedIn(const QString &said) const
 {
     // The server says what our nick is, and looking for a long one takes long.
-    if (m_nick.isEmpty() || m_nick.size() > longestNick || !said.contains(m_nick, Qt::CaseInsensitive))
+    if (m_nick.isEmpty() || m_nick.size() > maxNick || !said.contains(m_nick, Qt::CaseInsensitive))
         return false;
     // The number of a colour is not part of a word.
-    static const QRegularExpression codes(QStringLiteral("\\x{3}\\d{0,2}(,\\d{0,2})?"));
-    const QString text = QString(said).replace(codes, QStringLiteral(" "));
+    static const QRegularExpression codes(u"\\x{3}\\d{0,2}(,\\d{0,2})?"_s);
+    const QString text = QString(said).replace(codes, u" "_s);
     // RFC 2812, 2.3.1: what a nick may consist of.
     const auto continues = [](QChar c) {
         return c.isLetterOrNumber() || QStringView(u"-[]\\`_^{|}").contains(c);

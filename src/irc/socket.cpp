@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "irc/socket.h"
+#include "socket.h"
 
 #include <QSignalBlocker>
 
 namespace {
 
 /// So much, in bytes, waits here for its reader at most; the rest waits at the server.
-constexpr qint64 mostWaiting = 512LL * 1024;
+constexpr qint64 maxBuffered = 512LL * 1024;
 
 } // namespace
 
 socket::socket()
 {
-    setReadBufferSize(mostWaiting);
+    setReadBufferSize(maxBuffered);
     connect(this, &QTcpSocket::readyRead, this, &socket::dataReady);
 }
 
@@ -38,7 +38,7 @@ void socket::dataReady()
 {
     if (canReadLine())
         Q_EMIT readyLine();
-    if (bytesAvailable() > longestLine && !canReadLine())
+    if (bytesAvailable() > maxLine && !canReadLine())
         Q_EMIT lineTooLong();
 }
 

@@ -15,7 +15,7 @@ public:
     ~socket() override;
 
     /// No line is longer, in bytes: some eight times what message tags and text come to together (IRCv3).
-    static constexpr qint64 longestLine = 64LL * 1024;
+    static constexpr qint64 maxLine = 64LL * 1024;
 
     /// Connects, again if need be: an earlier connection ends at once and in silence, and what it had sent
     /// but was not yet read is gone. (QAbstractSocket itself would warn and do nothing.)

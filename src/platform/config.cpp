@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/config.h"
+#include "config.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +10,8 @@
 
 #include <array>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -79,7 +81,7 @@ QString encode(const QString &text)
     for (const QChar c : text) {
         plain = plain && c.isPrint() && !QStringView(u";,\"\\").contains(c);
         if (!c.isPrint())
-            safe += QStringLiteral("\\x%1").arg(c.unicode(), 4, 16, QChar(u'0'));
+            safe += u"\\x%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
         else if (c == u'"' || c == u'\\')
             safe += QString(u'\\') + c;
         else

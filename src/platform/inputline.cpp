@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/inputline.h"
+#include "inputline.h"
 
 #include <QValidator>
 

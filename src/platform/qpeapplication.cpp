@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qpeapplication.h"
+#include "qpeapplication.h"
 
 #include <QScreen>
 #include <QWidget>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,9 +16,8 @@ constexpr QSize desktopSize(480, 640);
 bool isHandheld(const QScreen &screen)
 {
     const QSize size = screen.size();
-    static const QStringList withoutWindows{QStringLiteral("linuxfb"), QStringLiteral("eglfs"),
-                                            QStringLiteral("minimalegl"), QStringLiteral("vkkhrdisplay"),
-                                            QStringLiteral("vnc")};
+    static const QStringList withoutWindows{u"linuxfb"_s, u"eglfs"_s, u"minimalegl"_s, u"vkkhrdisplay"_s,
+                                            u"vnc"_s};
     return qMin(size.width(), size.height()) <= handheldSide ||
            withoutWindows.contains(QGuiApplication::platformName());
 }
@@ -26,7 +27,7 @@ bool isHandheld(const QScreen &screen)
 QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv)
 {
     // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
-    setDesktopFileName(QStringLiteral("chat.parlo.Parlo"));
+    setDesktopFileName(u"chat.parlo.Parlo"_s);
     // There all windows are drawn into the first one, and the screen goes dark with it.
     if (platformName() == u"eglfs") {
         backdrop = std::make_unique<QWidget>();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/resource.h"
+#include "resource.h"
 
 #include <QtGlobal>
 

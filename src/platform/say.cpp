@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/say.h"
+#include "say.h"
 
 #include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,8 +16,8 @@ constexpr int besideText = 110;
 
 void say(QWidget *window, const QString &text)
 {
-    QMessageBox box(QMessageBox::Information, QStringLiteral("Parlo"), text, QMessageBox::Ok, window);
-    if (auto *label = box.findChild<QLabel *>(QStringLiteral("qt_msgbox_label"))) {
+    QMessageBox box(QMessageBox::Information, u"Parlo"_s, text, QMessageBox::Ok, window);
+    if (auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s)) {
         const int room = window->screen()->availableSize().width() - besideText;
         label->setMinimumWidth(qMin(label->fontMetrics().size(0, text).width(), room));
     }

@@ -1,33 +1,35 @@
 // SPDX-License-Identifier: MIT
-#include "session/ircsession.h"
+#include "ircsession.h"
 
-#include "app/parlo.h"
-#include "irc/ircmessage.h"
-#include "irc/ircmode.h"
-#include "session/ircchannel.h"
-#include "setup/connectbox.h"
-#include "ui/channeltab.h"
-#include "ui/ircuserbox.h"
-#include "ui/plaintab.h"
-#include "ui/rostermodel.h"
-#include "ui/tabbar.h"
+#include "channeltab.h"
+#include "connectbox.h"
+#include "ircchannel.h"
+#include "ircmessage.h"
+#include "ircmode.h"
+#include "ircuserbox.h"
+#include "plaintab.h"
+#include "rostermodel.h"
+#include "tabbar.h"
+#include "tabwindow.h"
 
 #include <QTimer>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Long enough for the signal that asked for the close to have returned.
 constexpr int closeDelayMs = 1;
 /// So many CTCP requests are answered in so many milliseconds.
-constexpr int mostAnswers = 5;
+constexpr int maxAnswers = 5;
 constexpr int answerPeriodMs = 10'000;
 
 } // namespace
 
-ircsession::ircsession(parlo *window)
-    : mainWindow(window), serverTab(newPlainTab(QStringLiteral("Server"))), topTab(serverTab)
+ircsession::ircsession(tabwindow *window)
+    : mainWindow(window), serverTab(newPlainTab(u"Server"_s)), topTab(serverTab)
 {
     clock.start();
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
@@ -146,7 +148,7 @@ void ircsession::userInput(const QString &text, irctab *tab)
     if (tab != serverTab) {
         if (text.startsWith(u"/CLOSE", Qt::CaseInsensitive))
             return closeTab(tab);
-        const QLatin1StringView me("/ME ");
+        const QLatin1StringView me = "/ME "_L1;
         if (text.startsWith(me, Qt::CaseInsensitive))
             tab->action(nick, text.mid(me.size()));
     }
@@ -156,7 +158,7 @@ void ircsession::userInput(const QString &text, irctab *tab)
 void ircsession::socketDisconnect()
 {
     for (const auto &tab : tabs) {
-        tab->message(QStringLiteral("Disconnected"));
+        tab->message(u"Disconnected"_s);
         tab->happened();
     }
 }
@@ -282,7 +284,7 @@ void ircsession::parseCtcp(ircmessage *msg)
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
         serverTab->happened();
         if (mayAnswer())
-            conn.sendCtcpReply(sender, QStringLiteral("VERSION Parlo 0.2"));
+            conn.sendCtcpReply(sender, u"VERSION Parlo 0.2"_s);
     } else if (keyword == u"action") {
         parseAction(msg);
     }
@@ -291,10 +293,10 @@ void ircsession::parseCtcp(ircmessage *msg)
 bool ircsession::mayAnswer()
 {
     const qint64 now = clock.elapsed();
-    if (answered.size() == mostAnswers && now - answered.first() < answerPeriodMs)
+    if (answered.size() == maxAnswers && now - answered.first() < answerPeriodMs)
         return false;
     answered.append(now);
-    if (answered.size() > mostAnswers)
+    if (answered.size() > maxAnswers)
         answered.removeFirst();
     return true;
 }

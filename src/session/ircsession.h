@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "irc/connection.h"
+#include "connection.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -12,7 +12,7 @@
 class channeltab;
 class ircchannel;
 class irctab;
-class parlo;
+class tabwindow;
 class plaintab;
 
 /// Ties the one connection to the tabs: opens and closes them, routes every event of the server to the tab
@@ -23,7 +23,7 @@ class ircsession : public QObject
 
 public:
     /// Opens the tab "Server" in `window`, which must outlive the session. Connects to nothing yet.
-    explicit ircsession(parlo *window);
+    explicit ircsession(tabwindow *window);
     ~ircsession() override;
 
     /// Runs the connect dialog and connects as it says; returns when the dialog has closed.
@@ -79,7 +79,7 @@ private:
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);
 
-    parlo *mainWindow;
+    tabwindow *mainWindow;
     /// In the order of their creation; the server tab is first.
     std::vector<std::unique_ptr<irctab>> tabs;
     plaintab *serverTab;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "setup/connectbox.h"
+#include "connectbox.h"
 
-#include "platform/box.h"
-#include "platform/config.h"
-#include "platform/inputline.h"
-#include "platform/say.h"
-#include "setup/presetbox.h"
+#include "box.h"
+#include "config.h"
+#include "inputline.h"
+#include "presetbox.h"
+#include "say.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -15,15 +15,17 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int quickPort = 6667;
 /// Qt needs half a second to lay out a name that fills the settings file.
-constexpr int longestName = 512;
+constexpr int maxName = 512;
 
 QString quickGroup()
 {
-    return QStringLiteral("QuickConnect");
+    return u"QuickConnect"_s;
 }
 
 } // namespace
@@ -31,9 +33,9 @@ QString quickGroup()
 connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *channels)
     : nickOut(nick), serverOut(server), portOut(port), channelsOut(channels)
 {
-    setObjectName(QStringLiteral("foo"));
+    setObjectName(u"foo"_s);
     setModal(true);
-    setWindowTitle(QStringLiteral("Connect to IRC Server"));
+    setWindowTitle(u"Connect to IRC Server"_s);
 
     mainBox = new QWidget(this);
     mainBox->setMinimumSize(200, 150);
@@ -138,8 +140,8 @@ bool connectbox::checkQuickConnect()
         return refuse(tr("You can't have a space\nin the server name"));
     Config config(Config::settingsName());
     config.setGroup(quickGroup());
-    config.writeEntry(QStringLiteral("Nick"), *nickOut);
-    config.writeEntry(QStringLiteral("Server"), *serverOut);
+    config.writeEntry(u"Nick"_s, *nickOut);
+    config.writeEntry(u"Server"_s, *serverOut);
     if (!config.save())
         sayNotSaved();
     *portOut = quickPort;
@@ -163,8 +165,8 @@ void connectbox::loadSettings()
 {
     Config config(Config::settingsName());
     config.setGroup(quickGroup());
-    *nickOut = config.readEntry(QStringLiteral("Nick"), preset::defaultNick());
-    *serverOut = config.readEntry(QStringLiteral("Server"), preset::defaultServer());
+    *nickOut = config.readEntry(u"Nick"_s, preset::defaultNick());
+    *serverOut = config.readEntry(u"Server"_s, preset::defaultServer());
     presets = preset::load(Config::settingsName());
 }
 
@@ -172,7 +174,7 @@ void connectbox::fillPresetList()
 {
     presetList->clear();
     for (const preset &p : std::as_const(presets))
-        presetList->addItem(p.name.left(longestName));
+        presetList->addItem(p.name.left(maxName));
 }
 
 void connectbox::savePresets()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "setup/preset.h"
+#include "preset.h"
 
 #include <QDialog>
 

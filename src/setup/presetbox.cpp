@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "setup/presetbox.h"
+#include "presetbox.h"
 
-#include "platform/box.h"
-#include "platform/inputline.h"
-#include "platform/say.h"
+#include "box.h"
+#include "inputline.h"
+#include "say.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -11,6 +11,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,7 +25,7 @@ constexpr int formFontPixels = 10;
 
 QString notYet()
 {
-    return QStringLiteral("Not implemented yet, sorry");
+    return u"Not implemented yet, sorry"_s;
 }
 
 } // namespace
@@ -31,7 +33,7 @@ QString notYet()
 presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *parent)
     : QDialog(parent), presets(list), index(listIndex), adding(isNew)
 {
-    setObjectName(QStringLiteral("foo"));
+    setObjectName(u"foo"_s);
     setModal(true);
     setWindowTitle(adding ? tr("Add Preset") : tr("Edit Preset"));
 

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "ui/channeltab.h"
+#include "channeltab.h"
 
-#include "app/parlo.h"
-#include "irc/ircmode.h"
-#include "irc/ircuser.h"
-#include "platform/box.h"
-#include "session/ircchannel.h"
-#include "ui/ircuserbox.h"
-#include "ui/ircview.h"
+#include "box.h"
+#include "ircchannel.h"
+#include "ircmode.h"
+#include "ircuser.h"
+#include "ircuserbox.h"
+#include "ircview.h"
+#include "tabwindow.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -19,14 +21,14 @@ constexpr int userBoxWidth = 70;
 
 } // namespace
 
-channeltab::channeltab(parlo *window, ircchannel *roster, const QString &tabName)
+channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tabName)
     : irctab(window, tabName), channel(roster)
 {
     splitBox = new QWidget(page);
     auto *row = box<QHBoxLayout>(splitBox);
     page->layout()->addWidget(splitBox);
     addView(splitBox);
-    toggleButton = new QPushButton(QStringLiteral(">"), view);
+    toggleButton = new QPushButton(u">"_s, view);
     toggleButton->setAccessibleName(tr("Hide the members"));
     view->setCornerWidget(toggleButton);
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
@@ -43,7 +45,7 @@ channeltab::channeltab(parlo *window, ircchannel *roster, const QString &tabName
 void channeltab::showHideUserlist()
 {
     userBox->setMaximumWidth(userListShown ? 0 : userBoxWidth);
-    toggleButton->setText(userListShown ? QStringLiteral("<") : QStringLiteral(">"));
+    toggleButton->setText(userListShown ? u"<"_s : u">"_s);
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
     // Of no width it is still there for the keyboard.

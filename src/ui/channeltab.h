@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/irctab.h"
+#include "irctab.h"
 
 class QPushButton;
 class ircchannel;
@@ -15,7 +15,7 @@ class channeltab : public irctab
 
 public:
     /// `roster` is the channel's; it belongs to the session and must outlive the tab.
-    channeltab(parlo *window, ircchannel *roster, const QString &name);
+    channeltab(tabwindow *window, ircchannel *roster, const QString &name);
 
     ircchannel *channel;
     QWidget *splitBox;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/chatinput.h"
+#include "chatinput.h"
 
 #include <QKeyEvent>
 

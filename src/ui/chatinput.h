@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/inputline.h"
-#include "ui/completion.h"
-#include "ui/history.h"
+#include "completion.h"
+#include "history.h"
+#include "inputline.h"
 
 #include <functional>
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ui/completion.h"
+#include "completion.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -20,7 +22,7 @@ completion::completion(const typedline &line, const QStringList &words)
         return;
     for (const QString &word : words) {
         if (word.startsWith(beginning, Qt::CaseInsensitive) && (start == 0 || !word.startsWith(u'/')))
-            fitting.append(word + (start == 0 && isNick(word) ? QStringLiteral(": ") : QStringLiteral(" ")));
+            fitting.append(word + (start == 0 && isNick(word) ? u": "_s : u" "_s));
     }
     fitting.removeDuplicates();
 }

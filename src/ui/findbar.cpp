@@ -1,32 +1,34 @@
 // SPDX-License-Identifier: MIT
-#include "ui/findbar.h"
+#include "findbar.h"
 
-#include "platform/box.h"
-#include "platform/inputline.h"
-#include "ui/fingerstyle.h"
-#include "ui/logview.h"
-#include "ui/readable.h"
+#include "box.h"
+#include "fingerstyle.h"
+#include "inputline.h"
+#include "logview.h"
+#include "readable.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A longer one would take long to find in what a stranger has written for it.
-constexpr int longestSought = 128;
+constexpr int maxSought = 128;
 
 } // namespace
 
 findbar::findbar(logview *log, QWidget *parent) : QWidget(parent), view(log), field(new inputline(this))
 {
     hide();
-    field->setMaxLength(longestSought);
+    field->setMaxLength(maxSought);
     field->setPlaceholderText(tr("Find"));
     field->setAccessibleName(tr("Find in this tab"));
     auto *closeButton = new QToolButton(this);
-    closeButton->setText(QStringLiteral("\u00d7"));
+    closeButton->setText(u"\u00d7"_s);
     closeButton->setAccessibleName(tr("Close the search"));
     closeButton->setMinimumSize(fingerstyle::fingerSize, fingerstyle::fingerSize);
     connect(closeButton, &QToolButton::clicked, this, &findbar::close);

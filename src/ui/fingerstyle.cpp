@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/fingerstyle.h"
+#include "fingerstyle.h"
 
 #include <QWidget>
 

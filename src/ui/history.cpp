@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ui/history.h"
+#include "history.h"
 
 namespace {
 
-constexpr qsizetype mostLines = 200;
+constexpr qsizetype maxLines = 200;
 
 } // namespace
 
@@ -13,7 +13,7 @@ void history::add(const QString &line)
     if (line.isEmpty() || line == lines.value(0))
         return;
     lines.prepend(line);
-    if (lines.size() > mostLines)
+    if (lines.size() > maxLines)
         lines.removeLast();
 }
 

@@ -1,28 +1,30 @@
 // SPDX-License-Identifier: MIT
-#include "ui/irctab.h"
+#include "irctab.h"
 
-#include "app/parlo.h"
-#include "irc/connection.h"
-#include "irc/ircmode.h"
-#include "irc/ircuser.h"
-#include "platform/box.h"
-#include "ui/chatinput.h"
-#include "ui/findbar.h"
-#include "ui/ircview.h"
-#include "ui/tabbar.h"
+#include "box.h"
+#include "chatinput.h"
+#include "connection.h"
+#include "findbar.h"
+#include "ircmode.h"
+#include "ircuser.h"
+#include "ircview.h"
+#include "tabbar.h"
+#include "tabwindow.h"
 
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// So many are remembered for the Tab key.
-constexpr qsizetype mostSpeakers = 50;
+constexpr qsizetype maxSpeakers = 50;
 
 } // namespace
 
-irctab::irctab(parlo *window, QString tabName)
+irctab::irctab(tabwindow *window, QString tabName)
     : QWidget(window->widgetStack), mainWindow(window), name(std::move(tabName))
 {
     // A child that was never hidden would be shown with its parent, over the pages.
@@ -82,7 +84,7 @@ QStringList irctab::words(QStringList nicks) const
     }
     for (const QString &command : connection::commandWords())
         nicks.append(u'/' + command.toLower());
-    nicks.append(QStringLiteral("/close"));
+    nicks.append(u"/close"_s);
     return nicks;
 }
 
@@ -103,7 +105,7 @@ void irctab::spoke(const QString &nick, bool personal)
         return;
     speakers.removeOne(nick);
     speakers.append(nick);
-    if (speakers.size() > mostSpeakers)
+    if (speakers.size() > maxSpeakers)
         speakers.removeFirst();
 }
 

@@ -9,7 +9,7 @@ class QLineEdit;
 class ircmode;
 class ircuser;
 class ircview;
-class parlo;
+class tabwindow;
 
 /// A chat tab: an entry in the window's tab bar and a page in its stack, with a view above an input line.
 ///
@@ -30,7 +30,7 @@ public:
     /// speak first.
     void spoke(const QString &nick, bool personal);
 
-    parlo *mainWindow;
+    tabwindow *mainWindow;
     QWidget *page;
     ircview *view = nullptr;
     QLineEdit *input = nullptr;
@@ -58,7 +58,7 @@ Q_SIGNALS:
     void gotUserInput(const QString &text, irctab *tab);
 
 protected:
-    irctab(parlo *window, QString tabName);
+    irctab(tabwindow *window, QString tabName);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
     /// Makes the input line, at the bottom of the page, and gives it the focus. `nicks` names who is here.

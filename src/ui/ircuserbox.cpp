@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ui/ircuserbox.h"
+#include "ircuserbox.h"
 
-#include "session/ircchannel.h"
-#include "ui/rostermodel.h"
+#include "ircchannel.h"
+#include "rostermodel.h"
 
 #include <QGestureEvent>
 #include <QKeyEvent>

@@ -1,28 +1,27 @@
 // SPDX-License-Identifier: MIT
-#include "ui/ircview.h"
+#include "ircview.h"
 
-#include "irc/ircmode.h"
+#include "ircmode.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// IRC colours 1 to 15; 0 has none.
 constexpr QLatin1StringView colours[] = {
-    QLatin1StringView("#d6d3d6"), QLatin1StringView("#0000ce"), QLatin1StringView("#00ae10"),
-    QLatin1StringView("#de2400"), QLatin1StringView("#dedb00"), QLatin1StringView("#de24ad"),
-    QLatin1StringView("#ff9200"), QLatin1StringView("#ffdb52"), QLatin1StringView("#5adb52"),
-    QLatin1StringView("#31cfce"), QLatin1StringView("#4adbff"), QLatin1StringView("#0000ff"),
-    QLatin1StringView("#9449ff"), QLatin1StringView("#848284"), QLatin1StringView("#9c9a9c"),
+    "#d6d3d6"_L1, "#0000ce"_L1, "#00ae10"_L1, "#de2400"_L1, "#dedb00"_L1,
+    "#de24ad"_L1, "#ff9200"_L1, "#ffdb52"_L1, "#5adb52"_L1, "#31cfce"_L1,
+    "#4adbff"_L1, "#0000ff"_L1, "#9449ff"_L1, "#848284"_L1, "#9c9a9c"_L1,
 };
 
 QString coloured(QLatin1StringView colour, const QString &html)
 {
-    return QLatin1StringView("<font color=\"") + colour + QLatin1StringView("\">") + html +
-           QLatin1StringView("</font>");
+    return "<font color=\""_L1 + colour + "\">"_L1 + html + "</font>"_L1;
 }
 
 QString leaving()
 {
-    return coloured(QLatin1StringView("#7755DD"), QStringLiteral("&lt;-")) + u' ';
+    return coloured("#7755DD"_L1, u"&lt;-"_s) + u' ';
 }
 
 QString inBrackets(const QString &reason)
@@ -43,28 +42,27 @@ int readNumber(const QString &text, qsizetype &i)
 
 void ircview::privmsg(const QString &nick, const QString &text)
 {
-    addLine(u"&lt;" + coloured(QLatin1StringView("#0000ff"), nick) + u"&gt; " + ircToHtml(text));
+    addLine(u"&lt;" + coloured("#0000ff"_L1, nick) + u"&gt; " + ircToHtml(text));
 }
 
 void ircview::action(const QString &nick, const QString &text)
 {
-    addLine(coloured(QLatin1StringView("#0000ff"), QStringLiteral("*")) + u' ' + nick + u' ' +
-            ircToHtml(text));
+    addLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + nick + u' ' + ircToHtml(text));
 }
 
 void ircview::notice(const QString &nick, const QString &text)
 {
-    addLine(u'-' + coloured(QLatin1StringView("#880088"), nick) + u"- " + ircToHtml(text));
+    addLine(u'-' + coloured("#880088"_L1, nick) + u"- " + ircToHtml(text));
 }
 
 void ircview::message(const QString &text)
 {
-    addLine(coloured(QLatin1StringView("#DD8888"), QStringLiteral("-")) + u' ' + text);
+    addLine(coloured("#DD8888"_L1, u"-"_s) + u' ' + text);
 }
 
 void ircview::join(const QString &nick)
 {
-    addLine(coloured(QLatin1StringView("#7755DD"), QStringLiteral("-&gt;")) + u' ' + nick + u" has joined");
+    addLine(coloured("#7755DD"_L1, u"-&gt;"_s) + u' ' + nick + u" has joined");
 }
 
 void ircview::part(const QString &nick, const QString &reason)
@@ -115,30 +113,30 @@ QString ircview::ircToHtml(const QString &text)
         const QChar c = text[i++];
         switch (c.unicode()) {
         case u'<':
-            html += QLatin1StringView("&lt;");
+            html += "&lt;"_L1;
             break;
         case u'>':
-            html += QLatin1StringView("&gt;");
+            html += "&gt;"_L1;
             break;
         case 0x02:
-            toggle(bold, QLatin1StringView("<b>"), QLatin1StringView("</b>"));
+            toggle(bold, "<b>"_L1, "</b>"_L1);
             break;
         case 0x1f:
-            toggle(underline, QLatin1StringView("<u>"), QLatin1StringView("</u>"));
+            toggle(underline, "<u>"_L1, "</u>"_L1);
             break;
         case 0x0f:
-            close(underline, QLatin1StringView("</u>"));
-            close(bold, QLatin1StringView("</b>"));
-            close(colour, QLatin1StringView("</font>"));
+            close(underline, "</u>"_L1);
+            close(bold, "</b>"_L1);
+            close(colour, "</font>"_L1);
             break;
         case 0x03: {
-            close(colour, QLatin1StringView("</font>"));
+            close(colour, "</font>"_L1);
             const int number = readNumber(text, i);
             if (i < text.size() && text[i] == u',')
                 readNumber(text, ++i);
             if (number < 1 || number > 15)
                 break;
-            html += QLatin1StringView("<font color=\"") + colours[number - 1] + QLatin1StringView("\">");
+            html += "<font color=\""_L1 + colours[number - 1] + "\">"_L1;
             colour = true;
             break;
         }
@@ -146,6 +144,6 @@ QString ircview::ircToHtml(const QString &text)
             html += c;
         }
     }
-    close(bold, QLatin1StringView("</b>"));
+    close(bold, "</b>"_L1);
     return html;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/logview.h"
+#include "logview.h"
 
 class ircmode;
 

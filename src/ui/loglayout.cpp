@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ui/loglayout.h"
+#include "loglayout.h"
 
-#include "ui/readable.h"
+#include "readable.h"
 
 #include <QFontMetricsF>
 #include <QScopedValueRollback>

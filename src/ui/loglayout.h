@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/richline.h"
+#include "richline.h"
 
 #include <QColor>
 #include <QPlainTextDocumentLayout>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "ui/logview.h"
+#include "logview.h"
 
-#include "ui/fingerstyle.h"
-#include "ui/loglayout.h"
-#include "ui/richline.h"
-#include "ui/weblink.h"
+#include "fingerstyle.h"
+#include "loglayout.h"
+#include "richline.h"
+#include "weblink.h"
 
 #include <QApplication>
 #include <QDesktopServices>

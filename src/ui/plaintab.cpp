@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ui/plaintab.h"
+#include "plaintab.h"
 
-#include "ui/ircview.h"
+#include "ircview.h"
 
-plaintab::plaintab(parlo *window, const QString &tabName) : irctab(window, tabName)
+plaintab::plaintab(tabwindow *window, const QString &tabName) : irctab(window, tabName)
 {
     addView(page);
     addInput([tabName] { return QStringList{tabName}; });

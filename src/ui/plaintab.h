@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/irctab.h"
+#include "irctab.h"
 
 /// The tab of the server, or of one private conversation, which is named after the other nick.
 class plaintab : public irctab
@@ -9,7 +9,7 @@ class plaintab : public irctab
     Q_OBJECT
 
 public:
-    plaintab(parlo *window, const QString &name);
+    plaintab(tabwindow *window, const QString &name);
 
     /// Shows a mode change whatever its target: in the server tab, those of the user's own nick.
     void showModes(ircmode *m);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/readable.h"
+#include "readable.h"
 
 #include <algorithm>
 #include <cmath>

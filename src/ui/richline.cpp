@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "ui/richline.h"
+#include "richline.h"
 
 #include <QColor>
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr qsizetype longestEntity = 10;
+constexpr qsizetype maxEntity = 10;
 /// Qt takes time in proportion to the square of a word's length to lay it out: over a second for one of 64
 /// KiB, and 30 ms when it may be broken after so many characters.
-constexpr int longestWord = 128;
+constexpr int maxWord = 128;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
 /// seconds.
-constexpr size_t mostSpans = 512;
+constexpr size_t maxSpans = 512;
 
 /// Characters that a text document takes for the end of a block, a line or a frame, for an object, or for a
 /// way to go.
@@ -45,7 +47,7 @@ constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richs
 /// The colour in the attributes of a font tag; 0 when they name none.
 QRgb colourOf(QStringView attributes)
 {
-    const QLatin1StringView key(" color");
+    const QLatin1StringView key = " color"_L1;
     const qsizetype found = attributes.indexOf(key, 0, Qt::CaseInsensitive);
     if (found < 0)
         return 0;
@@ -93,7 +95,7 @@ void richline::appendText(QStringView piece)
 {
     for (const QChar c : piece) {
         wordLength = c == u' ' || breaksBlock(c) ? 0 : wordLength + 1;
-        if (wordLength > longestWord && !c.isLowSurrogate()) {
+        if (wordLength > maxWord && !c.isLowSurrogate()) {
             m_text += breakHere;
             wordLength = 1;
         }
@@ -118,7 +120,7 @@ qsizetype richline::readTag(QStringView rest)
 
 qsizetype richline::readEntity(QStringView rest)
 {
-    const qsizetype end = rest.first(std::min(rest.size(), longestEntity)).indexOf(u';');
+    const qsizetype end = rest.first(std::min(rest.size(), maxEntity)).indexOf(u';');
     if (end < 2)
         return 0;
     const QStringView name = rest.sliced(1, end - 1);
@@ -164,7 +166,7 @@ void richline::endSpan()
 {
     const int end = static_cast<int>(m_text.size());
     const bool plain = colour == 0 && styles == richspan::plain;
-    if (end > spanStart && !plain && m_spans.size() < mostSpans)
+    if (end > spanStart && !plain && m_spans.size() < maxSpans)
         m_spans.push_back({spanStart, end - spanStart, colour, styles});
     spanStart = end;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "ui/rostermodel.h"
+#include "rostermodel.h"
 
 namespace {
 
 /// A longer nick is a hostile server's, and takes long to lay out.
-constexpr qsizetype longestShown = 128;
+constexpr qsizetype maxShown = 128;
 
 /// A ball of 7 x 10 pixels, filled with what the palette line `fill` says of the pixel "+".
 QPixmap ball(const char *fill)
@@ -46,7 +46,7 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     if (role == NickRole)
         return member.nick();
     if (role == Qt::DisplayRole)
-        return member.nick().left(longestShown);
+        return member.nick().left(maxShown);
     if (role != Qt::DecorationRole)
         return {};
     if (member.isOp())

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "session/ircuserlist.h"
+#include "ircuserlist.h"
 
 #include <QAbstractListModel>
 #include <QPixmap>

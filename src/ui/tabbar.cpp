@@ -1,23 +1,25 @@
 // SPDX-License-Identifier: MIT
-#include "ui/tabbar.h"
+#include "tabbar.h"
 
-#include "ui/fingerstyle.h"
-#include "ui/readable.h"
+#include "fingerstyle.h"
+#include "readable.h"
 
 #include <QEvent>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. One that is would take seconds to lay out.
-constexpr qsizetype longestLabel = 512;
+constexpr qsizetype maxLabel = 512;
 
 /// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
-constexpr int widestTab = 14;
+constexpr int maxTabWidth = 14;
 QString withoutMnemonic(QString label)
 {
-    return label.replace(u'&', QStringLiteral("&&"));
+    return label.replace(u'&', u"&&"_s);
 }
 
 struct look
@@ -52,7 +54,7 @@ int tabbar::addTab(const QString &label)
     const int id = nextId++;
     // The identifier must stand before the signal of the first tab, which becomes the current one by itself.
     const QSignalBlocker silence(this);
-    const int index = QTabBar::addTab(withoutMnemonic(label.left(longestLabel)));
+    const int index = QTabBar::addTab(withoutMnemonic(label.left(maxLabel)));
     setTabData(index, id);
     showNews(index);
     return id;
@@ -98,7 +100,7 @@ void tabbar::emitSelected(int index)
 
 QString tabbar::label(int index) const
 {
-    return tabText(index).replace(QStringLiteral("&&"), QStringLiteral("&"));
+    return tabText(index).replace(u"&&"_s, u"&"_s);
 }
 
 QStringList tabbar::labels() const
@@ -130,7 +132,7 @@ void tabbar::showNews(int index)
 QSize tabbar::tabSizeHint(int index) const
 {
     const QSize full = QTabBar::tabSizeHint(index);
-    return {qMin(full.width(), widestTab * fontMetrics().averageCharWidth()),
+    return {qMin(full.width(), maxTabWidth * fontMetrics().averageCharWidth()),
             qMax(full.height(), fingerstyle::fingerSize)};
 }
 

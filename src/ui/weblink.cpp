@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "ui/weblink.h"
+#include "weblink.h"
 
 #include <algorithm>
 
 namespace {
 
 /// Longer ones are no address that a person would open, and browsers refuse them.
-constexpr qsizetype longest = 2048;
+constexpr qsizetype maxLength = 2048;
 
 bool endsAddress(QChar c)
 {
@@ -27,13 +27,13 @@ bool endsSentence(QStringView address)
 
 QUrl weblink(const QString &text, qsizetype position)
 {
-    const qsizetype nearest = std::max<qsizetype>(0, position - longest);
+    const qsizetype nearest = std::max<qsizetype>(0, position - maxLength);
     for (const QStringView scheme : {u"https://", u"http://"}) {
         const qsizetype start = text.lastIndexOf(scheme, position, Qt::CaseInsensitive);
         if (start < nearest)
             continue;
         const auto *begin = text.cbegin() + start;
-        const auto *limit = begin + std::min(longest, text.size() - start);
+        const auto *limit = begin + std::min(maxLength, text.size() - start);
         QStringView address(begin, std::find_if(begin, limit, endsAddress));
         while (endsSentence(address))
             address.chop(1);

@@ -6,8 +6,8 @@
 #include "fuzz.h"
 
 #include "../user.h"
-#include "app/parlo.h"
-#include "ui/tabbar.h"
+#include "parlo.h"
+#include "tabbar.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -17,6 +17,8 @@
 #include <QTcpServer>
 #include <QTest>
 #include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 /// Until nothing is left to do; tabs close 1 ms after they were asked to.
 static void settle()
@@ -32,10 +34,10 @@ void fuzz(const QByteArray &input)
 {
     QTcpServer server;
     require(server.listen(QHostAddress::LocalHost), "the server listens");
-    const QString again = QStringLiteral("/server 127.0.0.1 %1").arg(server.serverPort());
+    const QString again = u"/server 127.0.0.1 %1"_s.arg(server.serverPort());
     QList<QTcpSocket *> clients;
     user person;
-    person.connectTo(server.serverPort(), QStringLiteral("me"), QStringLiteral("#parlo"));
+    person.connectTo(server.serverPort(), u"me"_s, u"#parlo"_s);
     tabbar *bar = person.window()->tabBar;
     const QStackedWidget *pages = person.window()->widgetStack;
     const auto turn = [&] {

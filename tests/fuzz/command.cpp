@@ -4,7 +4,7 @@
 
 #include "fuzz.h"
 
-#include "irc/connection.h"
+#include "connection.h"
 
 void fuzz(const QByteArray &input)
 {

@@ -9,6 +9,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const char *data, size_t size);
 
@@ -22,9 +24,9 @@ int LLVMFuzzerInitialize(int *argc, char ***argv)
     // It lives until the process ends: nobody calls us then.
     static const auto *app = new QApplication(*argc, *argv);
     Q_UNUSED(app);
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
+    QLoggingCategory::setFilterRules(u"*=false"_s);
     // Whatever host an input names, nobody is asked for it, and no connection leaves the loopback.
-    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), 1});
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, u"127.0.0.1"_s, 1});
     return 0;
 }
 

@@ -4,7 +4,7 @@
 
 #include "fuzz.h"
 
-#include "irc/ircmessage.h"
+#include "ircmessage.h"
 
 #include <algorithm>
 

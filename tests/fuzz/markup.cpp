@@ -4,11 +4,13 @@
 
 #include "fuzz.h"
 
-#include "ui/ircview.h"
-#include "ui/richline.h"
+#include "ircview.h"
+#include "richline.h"
 
 #include <QRegularExpression>
 #include <QTextBlock>
+
+using namespace Qt::StringLiterals;
 
 static QString read(const QString &markup)
 {
@@ -36,11 +38,10 @@ void fuzz(const QByteArray &input)
     require(open("b") == 0 && open("u") / 2 == 0 && open("font") / 2 == 0, "tags are balanced");
 
     // A digit is what Unicode calls so.
-    static const QRegularExpression codes(QStringLiteral("\\x{3}\\d{0,2}(,\\d{0,2})?|[\\x{2}\\x{f}\\x{1f}]"),
+    static const QRegularExpression codes(u"\\x{3}\\d{0,2}(,\\d{0,2})?|[\\x{2}\\x{f}\\x{1f}]"_s,
                                           QRegularExpression::UseUnicodePropertiesOption);
-    static const QRegularExpression breaks(
-        QStringLiteral("[\\t\\n\\r\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}\\x{fffc}]"));
-    text.remove(codes).remove(richline::breakHere).replace(breaks, QStringLiteral(" "));
+    static const QRegularExpression breaks(u"[\\t\\n\\r\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}\\x{fffc}]"_s);
+    text.remove(codes).remove(richline::breakHere).replace(breaks, u" "_s);
     require(read(html) == text, "the text is what was said");
     ircview view(nullptr);
     // A line loses the line ends at its end.

@@ -4,18 +4,20 @@
 
 #include "fuzz.h"
 
-#include "irc/connection.h"
-#include "irc/ircmessage.h"
-#include "irc/ircmode.h"
-#include "session/ircchannel.h"
+#include "connection.h"
+#include "ircchannel.h"
+#include "ircmessage.h"
+#include "ircmode.h"
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 void fuzz(const QByteArray &input)
 {
     connection conn;
     peer server(conn.socket);
-    ircchannel channel(QStringLiteral("#parlo"));
+    ircchannel channel(u"#parlo"_s);
     bool listing = false;
     qsizetype letters = 0;
     const auto on = [&](auto signal, auto change) {

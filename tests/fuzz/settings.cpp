@@ -4,11 +4,13 @@
 
 #include "fuzz.h"
 
-#include "setup/preset.h"
+#include "preset.h"
 
 #include <QFile>
 
 #include <tuple>
+
+using namespace Qt::StringLiterals;
 
 static QString path(const QString &name)
 {
@@ -23,7 +25,7 @@ static bool same(const preset &a, const preset &b)
 
 void fuzz(const QByteArray &input)
 {
-    const QString name = QStringLiteral("fuzzed");
+    const QString name = u"fuzzed"_s;
     QFile file(path(name));
     require(file.open(QFile::WriteOnly) && file.write(input) == input.size(), "the file is written");
     file.close();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "irc/ircuser.h"
+#include "ircuser.h"
 
 /// A user as a member of one channel: who it is, and the ranks that it holds there.
 class ircchanneluser : public ircuser

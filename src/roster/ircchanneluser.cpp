@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "irc/ircchanneluser.h"
+#include "ircchanneluser.h"
 
 ircchanneluser::ircchanneluser(const QString &mask, const QString &prefixes)
     : ircuser(mask),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "irc/ircchanneluser.h"
+#include "ircchanneluser.h"
 
 #include <QList>
 

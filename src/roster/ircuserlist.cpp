@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "session/ircuserlist.h"
+#include "ircuserlist.h"
 
 #include <algorithm>
 

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include "app/preferences.h"
+#include "preferences.h"
 
-#include "platform/config.h"
+#include "config.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int smallestFont = 4;
-constexpr int largestFont = 40;
-constexpr QSize smallestWindow(100, 100);
-constexpr QSize largestWindow(16000, 16000);
+constexpr int minFont = 4;
+constexpr int maxFont = 40;
+constexpr QSize minWindow(100, 100);
+constexpr QSize maxWindow(16000, 16000);
 
 QString group()
 {
-    return QStringLiteral("Window");
+    return u"Window"_s;
 }
 
 } // namespace
@@ -26,9 +28,9 @@ preferences preferences::load(const QString &name)
     if (const int size = number("FontSize"); size != 0)
         kept.fontSize = stepped(size, 0);
     const QSize size(number("Width"), number("Height"));
-    if (size.expandedTo(smallestWindow).boundedTo(largestWindow) == size)
+    if (size.expandedTo(minWindow).boundedTo(maxWindow) == size)
         kept.windowSize = size;
-    kept.userListShown = file.readEntry(QStringLiteral("UserList"), QStringLiteral("1")) != u"0";
+    kept.userListShown = file.readEntry(u"UserList"_s, u"1"_s) != u"0";
     return kept;
 }
 
@@ -49,5 +51,5 @@ void preferences::save(const QString &name) const
 
 int preferences::stepped(int size, int steps)
 {
-    return qBound(smallestFont, size + steps, largestFont);
+    return qBound(minFont, size + steps, maxFont);
 }

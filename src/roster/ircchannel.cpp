@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "session/ircchannel.h"
+#include "ircchannel.h"
 
-#include "irc/ircmode.h"
+#include "ircmode.h"
 
 #include <QStringList>
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// More than any channel has. Without a bound a server could make each change take seconds.
-constexpr qsizetype mostMembers = 100'000;
+constexpr qsizetype maxMembers = 100'000;
 
 struct rankchange
 {
@@ -19,12 +21,9 @@ struct rankchange
 };
 
 constexpr rankchange rankChanges[] = {
-    {QLatin1StringView("+o"), &ircchanneluser::setOp},
-    {QLatin1StringView("-o"), &ircchanneluser::removeOp},
-    {QLatin1StringView("+v"), &ircchanneluser::setVoice},
-    {QLatin1StringView("-v"), &ircchanneluser::removeVoice},
-    {QLatin1StringView("+h"), &ircchanneluser::setHalfop},
-    {QLatin1StringView("-h"), &ircchanneluser::removeHalfop},
+    {"+o"_L1, &ircchanneluser::setOp},     {"-o"_L1, &ircchanneluser::removeOp},
+    {"+v"_L1, &ircchanneluser::setVoice},  {"-v"_L1, &ircchanneluser::removeVoice},
+    {"+h"_L1, &ircchanneluser::setHalfop}, {"-h"_L1, &ircchanneluser::removeHalfop},
 };
 
 bool isRank(QChar c)
@@ -93,7 +92,7 @@ void ircchannel::names(QStringList *list)
     }
     unsorted = true;
     for (QString &entry : *list) {
-        if (m_roster.size() == mostMembers)
+        if (m_roster.size() == maxMembers)
             return;
         qsizetype ranks = 0;
         while (ranks < entry.size() && isRank(entry[ranks]))
@@ -113,7 +112,7 @@ void ircchannel::endNames()
 void ircchannel::add(const ircchanneluser &user)
 {
     keepSorted();
-    if (m_roster.size() < mostMembers)
+    if (m_roster.size() < maxMembers)
         m_roster.place(user);
 }
 
