@@ -7,6 +7,7 @@
 #include "ircuser.h"
 #include "ircuserbox.h"
 #include "ircview.h"
+#include "isupport.h"
 #include "tabwindow.h"
 
 #include <QHBoxLayout>
@@ -24,6 +25,7 @@ constexpr int userBoxWidth = 70;
 channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tabName)
     : irctab(window, tabName), channel(roster)
 {
+    rules = &channel->rules();
     splitBox = new QWidget(page);
     auto *row = box<QHBoxLayout>(splitBox);
     page->layout()->addWidget(splitBox);
@@ -36,7 +38,7 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     userBox->setMaximumWidth(userBoxWidth);
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
-    addInput([this] { return nicks(); });
+    addInput(usercommands::place::channel, [this] { return nicks(); });
     if (!mainWindow->prefs.userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
@@ -108,7 +110,7 @@ void channeltab::endofnames()
 
 void channeltab::mode(ircmode *m)
 {
-    if (!sameName(m->target(), tabName()))
+    if (!rules->same(m->target(), tabName()))
         return;
     channel->mode(m);
     userBox->fill(channel);

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "completion.h"
 
+#include "isupport.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 bool isNick(const QString &word)
 {
-    return !word.startsWith(u'#') && !word.startsWith(u'&') && !word.startsWith(u'/');
+    return !isupport::classic().isChannel(word) && !word.startsWith(u'/');
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "logview.h"
 
 #include "fingerstyle.h"
+#include "lineend.h"
 #include "loglayout.h"
 #include "richline.h"
 #include "weblink.h"
@@ -67,9 +68,6 @@ logview::~logview()
 
 void logview::addLine(const QString &line)
 {
-    QStringView markup = line;
-    while (markup.endsWith(u'\n') || markup.endsWith(u'\r'))
-        markup.chop(1);
     if (!editing) {
         editing = true;
         const QTextCursor own = textCursor();
@@ -78,7 +76,7 @@ void logview::addLine(const QString &line)
         const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
         frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
     }
-    const richline rich(markup);
+    const richline rich(withoutLineEnd(QStringView(line)));
     // The format is said: otherwise it would be that of wherever the user's own cursor has been.
     if (!empty)
         pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
