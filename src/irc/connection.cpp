@@ -4,6 +4,7 @@
 #include "ctcp.h"
 #include "ircmessage.h"
 #include "ircmode.h"
+#include "textsplitter.h"
 #include "usercommands.h"
 
 #include <QElapsedTimer>
@@ -20,6 +21,8 @@ constexpr qint64 msPerTurn = 12;
 constexpr qsizetype maxModes = 512;
 /// In bytes, how much of ours may wait for a server that does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
+/// What makes a text an action: "ACTION ", and a mark before and behind it.
+constexpr qsizetype actionBytes = 9;
 
 } // namespace
 
@@ -31,6 +34,22 @@ connection::connection()
     connect(&socket, &socket::lineTooLong, this, &connection::dropLongLine);
     nextTurn.setSingleShot(true);
     connect(&nextTurn, &QTimer::timeout, this, &connection::readSocket);
+    connect(&socket, &socket::heard, this, [this] {
+        if (keeper.isActive())
+            keeper.heard();
+    });
+    connect(&keeper, &linkkeeper::established, this, [this] { socket.adopt(keeper.take()); });
+    connect(&keeper, &linkkeeper::dropWanted, this, &connection::dropLink);
+    connect(&keeper, &linkkeeper::status, this, &connection::status);
+    connect(&keeper, &linkkeeper::pingWanted, this, [this] { socket.sendLine(u"PING :parlo"_s); });
+    connect(&keeper, &linkkeeper::loginTimedOut, this, [this] {
+        progress.timeOut();
+        keeper.giveUp(progress.fault());
+    });
+    connect(&pending, &outbox::due, this, [this](const outbox::piece &next) {
+        sendPrivmsg(next.target, next.action ? ctcpMark + u"ACTION " + next.text + ctcpMark : next.text);
+        Q_EMIT said(next.target, next.text, next.action);
+    });
 }
 
 // --- the connection ---
@@ -40,6 +59,11 @@ void connection::connectToServer(const QString &host, int port, const QString &n
 {
     if (nick.isEmpty()) {
         Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
+        return;
+    }
+    const ircaddress address(host);
+    if (!address.error().isEmpty()) {
+        Q_EMIT errormsg(address.error());
         return;
     }
     identity.setNick(nick);
@@ -52,13 +76,45 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
     progress.wait();
+    if (address.isValid())
+        return openAddress(address, port);
+    keeper.forget();
+    useManners({});
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? defaultPort : port));
+}
+
+void connection::openAddress(const ircaddress &address, int port)
+{
+    dropLink();
+    useManners(manners::today());
+    destination to = std::exchange(details, {});
+    to.address = address;
+    to.port = address.port(port, to.port);
+    keeper.start(to);
+}
+
+void connection::useManners(const manners &wanted)
+{
+    manner = wanted;
+    socket.codec = manner.codec;
+    supports = {};
+}
+
+void connection::dropLink()
+{
+    socket.drop();
+    endLink();
 }
 
 void connection::login()
 {
     Q_EMIT debug(u"Connected, Logging in..."_s);
-    for (const QString &line : progress.begin(identity, server, channels))
+    supports = {};
+    mask = {};
+    const QStringList lines = manner.negotiates
+                                  ? progress.begin(identity, keeper.where(), keeper.isEncrypted(), keeper.maxNick())
+                                  : progress.begin(identity, server, channels);
+    for (const QString &line : lines)
         send(line);
     loggedIn = true;
 }
@@ -89,11 +145,24 @@ void connection::socketDisconnect()
     // What came before the end is shown before it.
     if (socket.canReadLine())
         return readSocket();
+    endLink();
+    if (manner.negotiates)
+        keeper.ended();
+}
+
+// A session by address that was never welcomed has nothing to tell its tabs.
+void connection::endLink()
+{
+    const bool told = !manner.negotiates || registered;
     progress.end();
     loggedIn = false;
     registered = false;
     m_serverName = ""_L1;
-    Q_EMIT disconnected();
+    batches.clear();
+    for (const outbox::piece &piece : pending.clear())
+        Q_EMIT notSaid(piece.target);
+    if (told)
+        Q_EMIT disconnected();
 }
 
 bool connection::isEnding() const
@@ -111,6 +180,8 @@ void connection::dropLongLine()
 void connection::giveUp(const QString &why)
 {
     Q_EMIT dropped(why);
+    if (manner.negotiates)
+        keeper.quitting();
     if (!isEnding())
         return socket.abort();
     socket.close();
@@ -121,7 +192,7 @@ void connection::send(QString line)
 {
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     socket.sendLine(line);
-    if (socket.bytesToWrite() > maxUnsent)
+    if (socket.unsent() > maxUnsent)
         giveUp(u"The server does not read what it is sent"_s);
 }
 
@@ -151,12 +222,78 @@ const connection::reply connection::replies[] = {
 
 void connection::parseLine(const QString &line)
 {
-    ircmessage msg(line);
+    ircmessage msg = manner.taggedLines ? ircmessage::tagged(line) : ircmessage(line);
+    if (manner.negotiates && !follow(&msg))
+        return;
     for (const reply &r : replies) {
         if (msg.command() == r.command)
             return (this->*r.handle)(&msg);
     }
     Q_EMIT message(&msg);
+}
+
+bool connection::follow(ircmessage *msg)
+{
+    const QString command = msg->command();
+    if (netbatch whole; batches.ends(*msg, &whole)) {
+        Q_EMIT split(whole);
+        return false;
+    }
+    if (batches.takes(*msg))
+        return false;
+    for (const QString &line : progress.receive(*msg))
+        send(line);
+    if (const linkfault fault = progress.fault(); fault.what != linkfault::kind::none && !registered) {
+        keeper.giveUp(fault);
+        return false;
+    }
+    if (command == "CAP"_L1)
+        keeper.stsOffered(progress.sts());
+    if (progress.isLoggingIn())
+        keeper.loggingIn();
+    else
+        keeper.loggedIn();
+    if (command == "ERROR"_L1)
+        keeper.errorSaid(msg->paramsFrom(0, true));
+    else if (command == "005"_L1)
+        supports.apply(*msg);
+    else if (command == "376"_L1 || command == "422"_L1)
+        joinAll();
+    else if (command == "QUIT"_L1 || command == "NICK"_L1)
+        reclaimNick(*msg);
+    noteMask(*msg);
+    // What is between the server and the program is nothing to show.
+    return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
+}
+
+void connection::joinAll()
+{
+    if (std::exchange(joined, true))
+        return;
+    for (const QString &line : keeper.where().perform)
+        Q_EMIT perform(line);
+    for (const QString &line : registration::joinLines(channels))
+        send(line);
+}
+
+// The nick that we asked for first becomes free when its holder leaves or takes another.
+void connection::reclaimNick(const ircmessage &msg)
+{
+    const QString wanted = progress.firstNick();
+    if (registered && !supports.same(wanted, identity.nick()) && supports.same(msg.prefix()->nick(), wanted))
+        send(u"NICK " + wanted);
+}
+
+// What the server puts in front of our lines is in the lines that it sends us of ourselves.
+void connection::noteMask(const ircmessage &msg)
+{
+    if (msg.prefix()->nick() != identity.nick() || msg.prefix()->host().isEmpty())
+        return;
+    mask = *msg.prefix();
+    if (msg.command() == "CHGHOST"_L1) {
+        mask.setUser(msg.param(0, true));
+        mask.setHost(msg.param(1, true));
+    }
 }
 
 void connection::handleWelcome(ircmessage *msg)
@@ -167,6 +304,12 @@ void connection::handleWelcome(ircmessage *msg)
         identity.setNick(welcomedNick);
     m_serverName = msg->prefix()->nick();
     registered = true;
+    if (manner.negotiates) {
+        joined = false;
+        keeper.welcomed();
+        if (const QString note = progress.nickNote(identity.nick()); !note.isEmpty())
+            Q_EMIT status(note);
+    }
     Q_EMIT message(msg);
 }
 
@@ -239,6 +382,20 @@ void connection::handleNick(ircmessage *msg)
 void connection::userCommand(const QString &text, const QString &target)
 {
     usercommands::run(*this, text, target);
+}
+
+bool connection::say(const QString &target, const QString &text, bool action)
+{
+    ircuser from = mask;
+    from.setNick(identity.nick());
+    const qsizetype room = textsplitter::room(supports.maxLine, from, u"PRIVMSG"_s, target) -
+                           (action ? actionBytes : 0);
+    QList<outbox::piece> pieces;
+    for (const QString &piece : textsplitter::split(text, room))
+        pieces.append({target, piece, action});
+    if (!pieces.isEmpty())
+        pending.add(pieces);
+    return !pieces.isEmpty();
 }
 
 void connection::sendPrivmsg(const QString &target, const QString &text)

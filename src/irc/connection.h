@@ -3,6 +3,10 @@
 
 #include "ircuser.h"
 #include "isupport.h"
+#include "linkkeeper.h"
+#include "manners.h"
+#include "netbatch.h"
+#include "outbox.h"
 #include "registration.h"
 #include "socket.h"
 
@@ -15,6 +19,9 @@ class ircmode;
 
 /// The link to the one IRC server (RFC 1459).
 ///
+/// A plain host name makes it speak classic IRC. An address (see ircaddress) makes it speak today's: `manner` says what
+/// differs, `keeper` tries and waits, `progress` logs in.
+///
 /// It registers, answers PING, turns every line of the server into one typed signal, and writes what we send. The records
 /// in the signals live until the emit returns: receivers copy what they keep. A line is handled completely before the
 /// next is read.
@@ -25,9 +32,9 @@ class connection : public QObject
 public:
     connection();
 
-    /// Registers as `nick` with `server`; `port` 0 is 6667, an empty user or real name takes the default.
-    /// Reports an empty nick or server through errormsg() and does nothing else then. An earlier connection
-    /// is dropped.
+    /// Registers as `nick` with `server`, a host name or an address; `port` 0 is the usual one, an empty user or real name
+    /// takes the default. Reports an empty nick or server, or what is no address, through errormsg() and does nothing else
+    /// then. An earlier connection is dropped.
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,
                          const QString &realname);
 
@@ -38,6 +45,9 @@ public:
 
     /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands.
     void userCommand(const QString &text, const QString &target);
+    /// Says `text` to `target`, as an action (CTCP draft) or not, in as many lines as it takes; said() tells what goes out.
+    /// False if it would take too many.
+    bool say(const QString &target, const QString &text, bool action);
     void sendPrivmsg(const QString &target, const QString &text);
     /// Sends a CTCP request, framed in U+0001 (CTCP draft, 2).
     void sendCtcp(const QString &target, const QString &text);
@@ -45,14 +55,22 @@ public:
     void sendCtcpReply(const QString &target, const QString &text);
 
     /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
-    /// left out. Whether we are connected is not checked.
+    /// left out. A classic session does not check whether we are connected; one by address writes nothing then.
     void send(QString line);
 
     /// Whether `name` is a channel.
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
+    /// Whether what is said now would reach the server. A classic session does not know.
+    bool isReady() const { return !manner.mindsSending || registered; }
+
+    /// How this session behaves.
+    manners manner;
     /// The rules of the server.
     isupport supports;
+    linkkeeper keeper;
+    /// For the next connectToServer() with an address: what it needs there besides. The port is that of the preset.
+    destination details;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
     /// What login() joins.
@@ -92,11 +110,32 @@ Q_SIGNALS:
     void ctcpnotice(ircmessage *msg);
     /// Why the connection is being ended on our side.
     void dropped(const QString &why);
+    /// What Parlo itself has to say about the connection of a session by address.
+    void status(const QString &text);
+    /// This went out.
+    void said(const QString &target, const QString &text, bool action);
+    /// This could not go out any more.
+    void notSaid(const QString &target);
+    /// A line to be done as if it were typed in the tab of the server.
+    void perform(const QString &line);
+    /// Many people have left or come at once, since servers have parted or met.
+    void split(const netbatch &people);
 
 private:
     struct reply;
     static const reply replies[];
 
+    void openAddress(const ircaddress &address, int port);
+    void useManners(const manners &wanted);
+    /// Ends the connection in silence towards the server.
+    void dropLink();
+    /// The connection has ended: nothing of it holds any more.
+    void endLink();
+    /// Does what a line of the server asks for in a session by address, besides its signal. False if it is the last one.
+    bool follow(ircmessage *msg);
+    void joinAll();
+    void reclaimNick(const ircmessage &msg);
+    void noteMask(const ircmessage &msg);
     void dropLongLine();
     /// Ends the connection from our side, and says `why`.
     void giveUp(const QString &why);
@@ -117,6 +156,13 @@ private:
     bool registered = false;
     /// How far this connection is; the flags above may still be those of the one before.
     registration progress;
+    /// What is said and not yet sent.
+    outbox pending;
+    /// Our nick, user and host as the server shows them to others.
+    ircuser mask;
+    netbatches batches;
+    /// Whether the channels were joined on this connection.
+    bool joined = false;
     /// Goes on reading what one turn of the event loop has left.
     QTimer nextTurn;
 };
