@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dialer.h"
 
+#include "certificatecheck.h"
+
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +12,6 @@
 #include <QSslKey>
 #include <QSslSocket>
 
-#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -23,39 +24,9 @@ constexpr auto tryTime = 20s;
 /// For one address, while there are others: one that does not answer must not use up the time of all.
 constexpr auto addressTime = 5s;
 
-struct certificaterow
+QString fingerprintOf(const QSslCertificate &certificate)
 {
-    QSslError::SslError error = QSslError::NoError;
-    linkfault::kind meaning = linkfault::kind::untrusted;
-};
-
-// The first of them is told. What is not in here means that nobody vouches for the certificate, and comes first.
-constexpr certificaterow certificateFaults[] = {
-    {QSslError::HostNameMismatch, linkfault::kind::otherName},
-    {QSslError::CertificateExpired, linkfault::kind::expired},
-    {QSslError::CertificateNotYetValid, linkfault::kind::notYetValid},
-};
-
-QByteArray fingerprintOf(const QSslCertificate &certificate)
-{
-    return certificate.digest(QCryptographicHash::Sha256);
-}
-
-linkfault::kind worstOf(const QList<QSslError> &errors)
-{
-    const auto contains = [&errors](QSslError::SslError wanted) {
-        return std::any_of(errors.begin(), errors.end(), [wanted](const QSslError &e) { return e.error() == wanted; });
-    };
-    qsizetype known = 0;
-    for (const certificaterow &row : certificateFaults)
-        known += contains(row.error) ? 1 : 0;
-    if (known < errors.size())
-        return linkfault::kind::untrusted;
-    for (const certificaterow &row : certificateFaults) {
-        if (contains(row.error))
-            return row.meaning;
-    }
-    return linkfault::kind::none;
+    return certificatecheck::fingerprintOf(certificate.digest(QCryptographicHash::Sha256));
 }
 
 } // namespace
@@ -177,9 +148,10 @@ bool dialer::addCertificate(QSslSocket *tls) const
 void dialer::judge(QSslSocket *tls, const QList<QSslError> &errors)
 {
     seen = fingerprintOf(tls->peerCertificate());
-    if (!target.pin.isEmpty() && seen == target.pin)
-        return tls->ignoreSslErrors(errors);
-    certificateFault = target.pin.isEmpty() ? worstOf(errors) : linkfault::kind::pinChanged;
+    const certificatecheck check(errors, seen, target.pin);
+    certificateFault = check.fault().what;
+    if (check.isAccepted())
+        tls->ignoreSslErrors(errors);
 }
 
 linkfault::kind dialer::kindOfError() const
@@ -211,7 +183,7 @@ void dialer::attemptFailed()
     const bool answered = what != linkfault::kind::refused && what != linkfault::kind::noAnswer;
     if (!answered && !addresses.isEmpty())
         return tryNext();
-    fail(what, QString::fromLatin1(seen.toHex(':').toUpper()));
+    fail(what, seen);
 }
 
 void dialer::done()
@@ -221,7 +193,6 @@ void dialer::done()
     socket->disconnect(this);
     if (const auto *tls = qobject_cast<const QSslSocket *>(socket.get())) {
         verified = tls->sslHandshakeErrors().isEmpty();
-        seen = fingerprintOf(tls->peerCertificate());
     }
     Q_EMIT established();
 }

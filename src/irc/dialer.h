@@ -20,8 +20,8 @@ struct dialtarget
     QString host;
     quint16 port = 0;
     bool encrypted = false;
-    /// The SHA-256 of the one certificate that the user trusts there; empty where the authorities decide.
-    QByteArray pin;
+    /// The fingerprint of the one certificate that the user trusts there; empty where the authorities decide.
+    QString pin;
     /// A PEM file with key and certificate to log in with; may be empty.
     QString certificateFile;
 };
@@ -41,8 +41,8 @@ public:
     /// Begins a try; one that is under way is forgotten.
     void dial(const dialtarget &target);
     void cancel();
-    /// The SHA-256 of the certificate that the last try met; empty if it met none.
-    QByteArray fingerprint() const { return seen; }
+    /// The fingerprint of the certificate that the last try was not content with; empty if there was none.
+    QString fingerprint() const { return seen; }
     /// Whether it was vouched for in the ordinary way.
     bool isVerified() const { return verified; }
 
@@ -76,7 +76,7 @@ private:
     /// The whole try, and one address of it.
     QTimer deadline;
     QTimer patience;
-    QByteArray seen;
+    QString seen;
     bool verified = false;
     linkfault::kind certificateFault = linkfault::kind::none;
 };
