@@ -5,6 +5,7 @@
 #include "destination.h"
 #include "dialer.h"
 #include "retryclock.h"
+#include "stspolicy.h"
 
 class linkmemory;
 
