@@ -8,6 +8,7 @@
 #include "certificatecheck.h"
 #include "ircaddress.h"
 #include "ircmessage.h"
+#include "isupport.h"
 #include "linecodec.h"
 #include "nickchoice.h"
 #include "retryclock.h"
@@ -140,6 +141,29 @@ QString certificate(const QString &text)
            (check.replacesPin() ? u", for the pin"_s : QString());
 }
 
+/// What is asked, and the tokens of 005: the channel of a target, the ranks of signs, whether "+l" or "-l" and so on
+/// takes an argument, whether two names are the same, the lengths.
+QString rules(const QString &text)
+{
+    const QStringList words = text.split(u' ');
+    isupport supports;
+    supports.learn(ircmessage::tagged(u":s 005 me "_s + words.mid(2).join(u' ') + u" :are supported"_s));
+    const QString &of = words.value(1);
+    QString answer;
+    if (words[0] == u"channel")
+        answer = supports.channelOf(of) + (supports.isChannel(of) ? u" is one"_s : QString());
+    for (qsizetype i = 0; i + 1 < of.size() && words[0] == u"args"; i += 2)
+        answer += supports.takesArgument(of[i], of[i + 1]) ? u'y' : u'n';
+    for (qsizetype i = 0; i < of.size() && words[0] == u"ranks"; ++i)
+        answer += u"-vho"_s[static_cast<int>(supports.rankOfPrefix(of[i]))];
+    if (words[0] == u"same")
+        answer = supports.same(of.section(u'/', 0, 0), of.section(u'/', 1)) ? u"yes"_s : u"no"_s;
+    if (words[0] == u"lengths")
+        answer = QString::number(supports.maxNick) + u' ' + QString::number(supports.maxChannel) + u' ' +
+                 QString::number(supports.maxLine) + (supports.utf8Only ? u" UTF-8"_s : QString());
+    return answer;
+}
+
 struct piece
 {
     QLatin1StringView name;
@@ -147,9 +171,19 @@ struct piece
 };
 
 constexpr piece pieces[] = {
-    {"address"_L1, address}, {"port"_L1, port},   {"line"_L1, line}, {"tag"_L1, tag},
-    {"time"_L1, time},       {"split"_L1, split}, {"room"_L1, room}, {"fold"_L1, fold},
-    {"nicks"_L1, nicks},     {"caps"_L1, caps},   {"sts"_L1, sts},   {"certificate"_L1, certificate},
+    {"address"_L1, address},
+    {"port"_L1, port},
+    {"line"_L1, line},
+    {"tag"_L1, tag},
+    {"time"_L1, time},
+    {"split"_L1, split},
+    {"room"_L1, room},
+    {"fold"_L1, fold},
+    {"nicks"_L1, nicks},
+    {"caps"_L1, caps},
+    {"sts"_L1, sts},
+    {"rules"_L1, rules},
+    {"certificate"_L1, certificate},
 };
 
 } // namespace

@@ -36,6 +36,13 @@ QString folded(const QString &name, casemapping mapping)
     return name.toLower();
 }
 
+bool sameName(const QString &a, const QString &b, casemapping mapping)
+{
+    if (mapping == casemapping::unicode)
+        return a.compare(b, Qt::CaseInsensitive) == 0;
+    return a.size() == b.size() && folded(a, mapping) == folded(b, mapping);
+}
+
 casemapping casemappingOf(QStringView name)
 {
     for (const range &r : ranges) {

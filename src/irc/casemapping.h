@@ -17,5 +17,8 @@ enum class casemapping : quint8 {
 /// `name` with its letters made small: two names are the same when this is.
 QString folded(const QString &name, casemapping mapping);
 
+/// Whether two names are the same.
+bool sameName(const QString &a, const QString &b, casemapping mapping);
+
 /// The mapping that a server calls `name` in its CASEMAPPING.
 casemapping casemappingOf(QStringView name);
