@@ -190,6 +190,8 @@ void connection::giveUp(const QString &why)
 
 void connection::send(QString line)
 {
+    if (manner.mindsSending && socket.state() != QAbstractSocket::ConnectedState)
+        return;
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     socket.sendLine(line);
     if (socket.unsent() > maxUnsent)
@@ -256,7 +258,7 @@ bool connection::follow(ircmessage *msg)
     if (command == "ERROR"_L1)
         keeper.errorSaid(msg->paramsFrom(0, true));
     else if (command == "005"_L1)
-        supports.apply(*msg);
+        learnRules(*msg);
     else if (command == "376"_L1 || command == "422"_L1)
         joinAll();
     else if (command == "QUIT"_L1 || command == "NICK"_L1)
@@ -264,6 +266,12 @@ bool connection::follow(ircmessage *msg)
     noteMask(*msg);
     // What is between the server and the program is nothing to show.
     return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
+}
+
+void connection::learnRules(const ircmessage &msg)
+{
+    supports.learn(msg);
+    keeper.setMaxNick(supports.maxNick);
 }
 
 void connection::joinAll()
@@ -379,9 +387,26 @@ void connection::handleNick(ircmessage *msg)
 
 // --- lines from us ---
 
-void connection::userCommand(const QString &text, const QString &target)
+bool connection::userCommand(const QString &text, const QString &target)
 {
-    usercommands::run(*this, text, target);
+    return usercommands::run(*this, text, target);
+}
+
+void connection::joinWithKeys(const QString &channelsAndKeys)
+{
+    const QStringList names = channelsAndKeys.section(u' ', 0, 0).split(u',', Qt::SkipEmptyParts);
+    const QStringList given = channelsAndKeys.section(u' ', 1).trimmed().split(u',', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < given.size() && i < names.size(); ++i)
+        keys.insert(names[i].toLower(), given[i]);
+    send(u"JOIN " + names.join(u',') + (given.isEmpty() ? QString() : u' ' + given.join(u',')));
+}
+
+void connection::remember(const QString &channel, bool in)
+{
+    channels.removeIf([&](const QString &c) { return supports.same(c.section(u' ', 0, 0), channel); });
+    const QString key = keys.value(channel.toLower());
+    if (in)
+        channels.append(key.isEmpty() ? channel : channel + u' ' + key);
 }
 
 bool connection::say(const QString &target, const QString &text, bool action)

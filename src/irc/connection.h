@@ -10,6 +10,7 @@
 #include "registration.h"
 #include "socket.h"
 
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -43,11 +44,14 @@ public:
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return registered; }
 
-    /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands.
-    void userCommand(const QString &text, const QString &target);
+    /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands. False if it needs a
+    /// connection and there is none.
+    bool userCommand(const QString &text, const QString &target);
     /// Says `text` to `target`, as an action (CTCP draft) or not, in as many lines as it takes; said() tells what goes out.
     /// False if it would take too many.
     bool say(const QString &target, const QString &text, bool action);
+    /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
+    void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);
     /// Sends a CTCP request, framed in U+0001 (CTCP draft, 2).
     void sendCtcp(const QString &target, const QString &text);
@@ -66,6 +70,9 @@ public:
 
     /// How this session behaves.
     manners manner;
+    /// In a session by address: `channel` is ours from now on, or no more, on later connections as well.
+    void remember(const QString &channel, bool in);
+
     /// The rules of the server.
     isupport supports;
     linkkeeper keeper;
@@ -73,7 +80,7 @@ public:
     destination details;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
-    /// What login() joins.
+    /// What is joined on a new connection; in a session by address each may have its key behind a space.
     QStringList channels;
     class socket socket;
     /// Whether the registration lines have been sent.
@@ -135,6 +142,7 @@ private:
     bool follow(ircmessage *msg);
     void joinAll();
     void reclaimNick(const ircmessage &msg);
+    void learnRules(const ircmessage &msg);
     void noteMask(const ircmessage &msg);
     void dropLongLine();
     /// Ends the connection from our side, and says `why`.
@@ -161,6 +169,8 @@ private:
     /// Our nick, user and host as the server shows them to others.
     ircuser mask;
     netbatches batches;
+    /// Of channels that were joined with one, by their names.
+    QHash<QString, QString> keys;
     /// Whether the channels were joined on this connection.
     bool joined = false;
     /// Goes on reading what one turn of the event loop has left.
