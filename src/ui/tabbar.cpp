@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tabbar.h"
 
+#include "fingers.h"
 #include "fingerstyle.h"
 #include "readable.h"
 
 #include <QEvent>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -72,6 +74,7 @@ int tabbar::currentTab() const
 
 void tabbar::removeTab(int id)
 {
+    const QScopedValueRollback stays(m_frontStays, id != currentTab());
     {
         const QSignalBlocker silence(this);
         QTabBar::removeTab(indexOf(id));
@@ -133,7 +136,7 @@ QSize tabbar::tabSizeHint(int index) const
 {
     const QSize full = QTabBar::tabSizeHint(index);
     return {qMin(full.width(), maxTabWidth * fontMetrics().averageCharWidth()),
-            qMax(full.height(), fingerstyle::fingerSize)};
+            qMax(full.height(), fingerSize)};
 }
 
 void tabbar::changeEvent(QEvent *event)
