@@ -20,6 +20,8 @@ struct event
     QString text;
     /// Milliseconds since 1970, UTC.
     qint64 when = 0;
+    /// It was kept for us and comes late: it is no news.
+    bool old = false;
     /// It is our own doing.
     bool ours = false;
     /// It was said to us alone, or says our nick. Never true of what is ours.

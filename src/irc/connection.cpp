@@ -111,9 +111,9 @@ void connection::login()
     Q_EMIT debug(u"Connected, Logging in..."_s);
     supports = {};
     mask = {};
-    const QStringList lines = manner.negotiates
-                                  ? progress.begin(identity, keeper.where(), keeper.isEncrypted(), keeper.maxNick())
-                                  : progress.begin(identity, server, channels);
+    const QStringList lines =
+        manner.negotiates ? progress.begin(identity, keeper.where(), keeper.isEncrypted(), keeper.maxNick())
+                          : progress.begin(identity, server, channels);
     for (const QString &line : lines)
         send(line);
     loggedIn = true;
@@ -403,6 +403,8 @@ void connection::joinWithKeys(const QString &channelsAndKeys)
 
 void connection::remember(const QString &channel, bool in)
 {
+    if (!manner.negotiates)
+        return;
     channels.removeIf([&](const QString &c) { return supports.same(c.section(u' ', 0, 0), channel); });
     const QString key = keys.value(channel.toLower());
     if (in)
@@ -413,8 +415,8 @@ bool connection::say(const QString &target, const QString &text, bool action)
 {
     ircuser from = mask;
     from.setNick(identity.nick());
-    const qsizetype room = textsplitter::room(supports.maxLine, from, u"PRIVMSG"_s, target) -
-                           (action ? actionBytes : 0);
+    const qsizetype room =
+        textsplitter::room(supports.maxLine, from, u"PRIVMSG"_s, target) - (action ? actionBytes : 0);
     QList<outbox::piece> pieces;
     for (const QString &piece : textsplitter::split(text, room))
         pieces.append({target, piece, action});

@@ -28,6 +28,8 @@ struct manners
     /// A reader who has scrolled up is left there.
     bool keepsPlace = false;
 
+    /// What a plain host name asks for.
+    static const manners &classic();
     /// What an address asks for.
     static manners today();
 };

@@ -4,6 +4,7 @@
 #include "ircmode.h"
 #include "isupport.h"
 
+#include <QSet>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -66,6 +67,38 @@ void ircchannel::remove(const ircuser *u)
         return;
     m_roster.removeAt(i);
     keepSorted();
+}
+
+qsizetype ircchannel::removeAll(const QStringList &nicks)
+{
+    // A netsplit takes thousands at once: each is looked up in a set, not in the roster.
+    QSet<QString> keys;
+    for (const QString &nick : nicks)
+        keys.insert(ircuser(nick).key());
+    const qsizetype gone =
+        m_roster.removeIf([&keys](const ircchanneluser &user) { return keys.contains(user.key()); });
+    keepSorted();
+    return gone;
+}
+
+qsizetype ircchannel::joinAll(const QStringList &masks)
+{
+    const qsizetype before = m_roster.size();
+    for (const QString &mask : masks) {
+        if (m_roster.size() < maxMembers)
+            m_roster.append(ircchanneluser(mask, {}));
+    }
+    unsorted = true;
+    if (!namesInProgress)
+        keepSorted();
+    return m_roster.size() - before;
+}
+
+void ircchannel::clear()
+{
+    m_roster.clear();
+    namesInProgress = false;
+    unsorted = false;
 }
 
 void ircchannel::nick(const QString &oldnick, const QString &newnick)

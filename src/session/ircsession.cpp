@@ -9,6 +9,7 @@
 #include "ircuserbox.h"
 #include "mention.h"
 #include "plaintab.h"
+#include "replysorter.h"
 #include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
@@ -24,9 +25,10 @@ namespace {
 
 /// Long enough for the signal that asked for the close to have returned.
 constexpr int closeDelayMs = 1;
-/// How many CTCP requests are answered in a period of so many milliseconds.
-constexpr int maxAnswers = 5;
-constexpr int answerPeriodMs = 10'000;
+/// An older line is one that was kept for us: it shows its time and is no news.
+constexpr qint64 maxAgeMs = 60'000;
+/// How many servers or nicks a line about many people names.
+constexpr qsizetype maxNamed = 3;
 
 } // namespace
 
@@ -34,6 +36,7 @@ ircsession::ircsession(tabwindow *window)
     : mainWindow(window), serverTab(newPlainTab(u"Server"_s, usercommands::place::server)), topTab(serverTab)
 {
     clock.start();
+    conn.keeper.memory = &links;
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
     connect(&conn, &connection::errormsg, this, &ircsession::errormsg);
     connect(&conn, &connection::privmsg, this, &ircsession::parsePrivmsg);
@@ -51,6 +54,14 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::nick, this, &ircsession::parseNick);
     connect(&conn, &connection::modes, this, &ircsession::modesChanged);
     connect(&conn, &connection::dropped, serverTab, &irctab::message);
+    connect(&conn, &connection::status, this, &ircsession::showStatus);
+    connect(&conn, &connection::said, this, &ircsession::showSaid);
+    connect(&conn, &connection::notSaid, this, [this](const QString &target) {
+        if (irctab *tab = findTab(target))
+            tab->message(notSent());
+    });
+    connect(&conn, &connection::perform, this, &ircsession::performLine);
+    connect(&conn, &connection::split, this, &ircsession::parseSplit);
 }
 
 // A tab that goes makes another one announce itself: nothing may listen to that any more.
@@ -67,14 +78,14 @@ Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
 {
     Tab *added = tab.get();
     tabs.push_back(std::move(tab));
-    added->rules = &conn.supports;
+    added->follow(conn.supports, conn.manner);
     connect(added, &irctab::gotUserInput, this, &ircsession::userInput);
     return added;
 }
 
-plaintab *ircsession::newPlainTab(const QString &name, usercommands::place where)
+plaintab *ircsession::newPlainTab(const QString &name, usercommands::place where, irctab::opening how)
 {
-    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name, where));
+    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name, where, how));
     connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
     return tab;
 }
@@ -141,6 +152,8 @@ void ircsession::showConnectDialog()
 void ircsession::userInput(const QString &text, irctab *tab)
 {
     const QString nick = conn.identity.nick();
+    if (conn.manner.mindsSending)
+        return userInputToday(text, tab);
     if (!text.startsWith(u'/')) {
         if (text.isEmpty())
             return;
@@ -156,12 +169,73 @@ void ircsession::userInput(const QString &text, irctab *tab)
     conn.userCommand(text, tab->tabName());
 }
 
+void ircsession::userInputToday(const QString &text, irctab *tab)
+{
+    QString said;
+    QString nick;
+    const bool command = text.startsWith(u'/') && !text.startsWith(u"//");
+    const bool action = command && usercommands::isAction(text, &said);
+    if (text.isEmpty())
+        return;
+    if (tab != serverTab && command && usercommands::isClose(text))
+        return closeTab(tab);
+    if (command && usercommands::isQuery(text, &nick, &said)) {
+        openQuery(nick);
+        return said.isEmpty() ? void() : userInputToday(said, findTab(nick));
+    }
+    if (command && !action) {
+        if (!conn.userCommand(text, tab->tabName()))
+            tab->refuseInput(notSent());
+        return;
+    }
+    if (!action)
+        said = text.startsWith(u"//") ? text.mid(1) : text;
+    if (tab == serverTab)
+        tab->refuseInput(u"Not sent: this is nobody's tab"_s);
+    else if (!conn.isReady())
+        tab->refuseInput(notSent());
+    else if (!said.isEmpty() && !conn.say(tab->tabName(), said, action))
+        tab->refuseInput(u"Too long: not sent"_s);
+}
+
+void ircsession::showSaid(const QString &target, const QString &text, bool action)
+{
+    irctab *tab = findTab(target);
+    if (tab == nullptr)
+        return;
+    if (action)
+        tab->action(conn.identity.nick(), text);
+    else
+        tab->privmsg(conn.identity.nick(), text);
+}
+
+// A line of the preset, which must not lead away from this connection.
+void ircsession::performLine(const QString &line)
+{
+    const QString word = line.section(u' ', 0, 0).toUpper();
+    if (word != u"/SERVER" && word != u"/QUIT")
+        userInput(line, serverTab);
+}
+
+void ircsession::showStatus(const QString &text)
+{
+    auto e = newEvent(event::kind::reply);
+    e.forUs = true;
+    serverTab->happened(e);
+    serverTab->message(text);
+}
+
+QString ircsession::notSent()
+{
+    return u"Not sent: no connection"_s;
+}
+
 void ircsession::socketDisconnect()
 {
     const auto end = newEvent(event::kind::disconnect);
     for (const auto &tab : tabs) {
-        tab->message(u"Disconnected"_s);
         tab->happened(end);
+        tab->message(u"Disconnected"_s);
     }
 }
 
@@ -175,8 +249,8 @@ void ircsession::openQuery(const QString &nick)
 
 void ircsession::errormsg(const QString &text)
 {
-    topTab->message(text);
     topTab->happened(newEvent(event::kind::reply));
+    topTab->message(text);
 }
 
 // --- what happened ---
@@ -196,6 +270,10 @@ event ircsession::newEvent(event::kind what, const ircmessage *msg, const QStrin
     e.where = msg->param(0, true);
     e.text = text;
     e.ours = sentByMe(msg);
+    if (const QDateTime said = msg->tags().time(); conn.manner.taggedLines && said.isValid()) {
+        e.old = e.when - said.toMSecsSinceEpoch() > maxAgeMs;
+        e.when = e.old ? said.toMSecsSinceEpoch() : e.when;
+    }
     e.forUs = e.isTalk() && !e.ours && (addressedToMe(msg) || mentions(text, conn.identity.nick()));
     return e;
 }
@@ -226,13 +304,17 @@ bool ircsession::sentByMe(const ircmessage *msg) const
 
 irctab *ircsession::tabForMessage(const ircmessage *msg)
 {
+    // Our own words that come from elsewhere stand where they were said: another client of ours may have.
+    const bool echo = conn.manner.quietTabs && sentByMe(msg);
     const bool query = addressedToMe(msg);
-    const QString name = query ? msg->prefix()->nick() : msg->param(0, true);
+    const QString name =
+        query && !echo ? msg->prefix()->nick() : conn.supports.channelOf(msg->param(0, true));
     if (irctab *tab = findTab(name))
         return tab;
-    if (query)
-        return newPlainTab(name);
-    return newChannelTab(name);
+    if (!query && (!echo || conn.isChannel(name)))
+        return newChannelTab(name);
+    return newPlainTab(name, usercommands::place::query,
+                       conn.manner.quietTabs ? irctab::opening::background : irctab::opening::front);
 }
 
 channeltab *ircsession::findChannelTab(const QString &name) const
@@ -256,8 +338,8 @@ void ircsession::parsePrivmsg(ircmessage *msg)
 {
     const auto e = newEvent(event::kind::message, msg, msg->paramsFrom(1, true));
     irctab *tab = tabForMessage(msg);
-    tab->privmsg(e.who.nick(), e.text);
     tab->happened(e);
+    tab->privmsg(e.who.nick(), e.text);
 }
 
 void ircsession::parseNotice(ircmessage *msg)
@@ -273,59 +355,92 @@ void ircsession::parseNotice(ircmessage *msg)
         tab = topTab;
     const auto e =
         newEvent(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
-    tab->notice(sender, e.text);
     tab->happened(e);
+    tab->notice(sender, e.text);
 }
 
 void ircsession::parseMessage(ircmessage *msg)
 {
+    if (conn.manner.sortsReplies)
+        return showReply(*msg);
     const auto e = newEvent(event::kind::reply, msg, msg->paramsFrom(1, true));
-    serverTab->message(e.text);
     serverTab->happened(e);
+    serverTab->message(e.text);
 }
 
 void ircsession::parseCtcp(ircmessage *msg)
 {
     const QString sender = msg->prefix()->nick();
     const QString keyword = msg->param(1, true).toLower();
-    if (keyword == u"version") {
-        serverTab->message(u"Recieved CTCP VERSION from " + sender);
-        serverTab->happened(newEvent(event::kind::reply));
-        if (mayAnswer())
-            conn.sendCtcpReply(sender, u"VERSION Parlo 0.2"_s);
-    } else if (keyword == u"action") {
-        parseAction(msg);
-    }
+    if (keyword == u"action")
+        return parseAction(msg);
+    const QString answer = ctcpanswers::answerTo(keyword, msg->paramsFrom(2, true), conn.manner.moreCommands);
+    if (answer.isEmpty())
+        return;
+    serverTab->happened(newEvent(event::kind::reply));
+    serverTab->message(u"Recieved CTCP " + keyword.toUpper() + u" from " + sender);
+    if (answers.mayAnswer(clock.elapsed()))
+        conn.sendCtcpReply(sender, answer);
 }
 
-bool ircsession::mayAnswer()
+void ircsession::showReply(const ircmessage &msg)
 {
-    const qint64 now = clock.elapsed();
-    if (answered.size() == maxAnswers && now - answered.first() < answerPeriodMs)
-        return false;
-    answered.append(now);
-    if (answered.size() > maxAnswers)
-        answered.removeFirst();
-    return true;
+    const sortedreply reply = sortReply(msg, conn.supports);
+    if (reply.where == sortedreply::place::none)
+        return;
+    irctab *tab = serverTab;
+    if (reply.where == sortedreply::place::front)
+        tab = topTab;
+    else if (irctab *found = findChannelTab(reply.channel))
+        tab = found;
+    tab->happened(newEvent(event::kind::reply, &msg, reply.text));
+    tab->message(reply.text);
+}
+
+void ircsession::parseSplit(const netbatch &people)
+{
+    const QString servers = u": " + people.servers.join(u' ');
+    for (const auto &roster : rosters) {
+        channeltab *tab = findChannelTab(roster->channelName());
+        if (tab == nullptr || tab->channel != roster.get())
+            continue;
+        const QStringList joined = people.joined.value(roster->channelName().toLower());
+        const qsizetype count = people.left ? roster->removeAll(people.nicks) : roster->joinAll(joined);
+        if (count == 0)
+            continue;
+        tab->happened(newEvent(people.left ? event::kind::quit : event::kind::join));
+        tab->crowd(people.left,
+                   u"%1 people have "_s.arg(count) + (people.left ? u"left" : u"joined") + servers);
+    }
 }
 
 void ircsession::parseAction(ircmessage *msg)
 {
     const auto e = newEvent(event::kind::action, msg, msg->paramsFrom(2, true));
     irctab *tab = tabForMessage(msg);
-    tab->action(e.who.nick(), e.text);
     tab->happened(e);
+    tab->action(e.who.nick(), e.text);
 }
 
 void ircsession::parseJoin(ircmessage *msg)
 {
     const auto e = newEvent(event::kind::join, msg);
     if (e.ours) {
-        newChannelTab(e.where);
+        openJoined(e.where);
     } else if (channeltab *tab = findChannelTab(e.where)) {
-        tab->join(msg->prefix());
         tab->happened(e);
+        tab->join(msg->prefix());
     }
+}
+
+void ircsession::openJoined(const QString &name)
+{
+    if (conn.manner.quietTabs) {
+        conn.remember(name, true);
+        if (channeltab *tab = findChannelTab(name))
+            return tab->rejoined();
+    }
+    newChannelTab(name);
 }
 
 void ircsession::parsePart(ircmessage *msg)
@@ -336,10 +451,11 @@ void ircsession::parsePart(ircmessage *msg)
     if (found != tab)
         return;
     if (e.ours) {
+        conn.remember(e.where, false);
         closeTab(tab);
     } else if (tab != nullptr) {
-        tab->part(msg->prefix(), e.text);
         tab->happened(e);
+        tab->part(msg->prefix(), e.text);
     }
 }
 
@@ -350,17 +466,19 @@ void ircsession::parseQuit(ircmessage *msg)
     if (e.ours)
         return;
     forTabsWith(e.who.nick(), [&](channeltab *tab) {
-        tab->quit(msg->prefix(), e.text);
         tab->happened(e);
+        tab->quit(msg->prefix(), e.text);
     });
 }
 
 void ircsession::parseKick(ircmessage *msg)
 {
     const auto e = newEvent(event::kind::kick, msg, msg->paramsFrom(2, true));
+    if (conn.supports.same(msg->param(1, true), conn.identity.nick()))
+        conn.remember(e.where, false);
     if (channeltab *tab = findChannelTab(e.where)) {
-        tab->kick(msg->prefix(), msg->param(1, false), e.text);
         tab->happened(e);
+        tab->kick(msg->prefix(), msg->param(1, false), e.text);
     }
 }
 
@@ -371,8 +489,8 @@ void ircsession::parseNick(ircmessage *msg)
     // The connection has taken our own new nick already.
     e.ours = conn.identity.nick() == e.text;
     forTabsWith(e.who.nick(), [&](channeltab *tab) {
-        tab->nick(e.who.nick(), e.text);
         tab->happened(e);
+        tab->nick(e.who.nick(), e.text);
     });
 }
 

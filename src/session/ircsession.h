@@ -2,7 +2,10 @@
 #pragma once
 
 #include "connection.h"
+#include "ctcpanswers.h"
 #include "event.h"
+#include "irctab.h"
+#include "linkstore.h"
 #include "usercommands.h"
 
 #include <QElapsedTimer>
@@ -13,7 +16,6 @@
 
 class channeltab;
 class ircchannel;
-class irctab;
 class tabwindow;
 class plaintab;
 
@@ -31,7 +33,8 @@ public:
     /// Runs the connect dialog and connects as it says; returns when the dialog has closed.
     void showConnectDialog();
 
-    plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query);
+    plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query,
+                          irctab::opening how = irctab::opening::front);
     /// Always opens a new tab with a new roster, whether or not there is one of that name.
     channeltab *newChannelTab(const QString &name);
     /// The oldest tab of this name, whatever the case, or null.
@@ -74,14 +77,22 @@ private:
     void modesChanged(ircmode *m) const;
     /// Brings the tab of this name to the front, or opens one for talk with that nick.
     void openQuery(const QString &nick);
-    /// Whether a request may be answered now: a few in a short time may, so that nobody makes us flood
-    /// others.
-    bool mayAnswer();
+    // What sessions by address have besides.
+    void userInputToday(const QString &text, irctab *tab);
+    void showStatus(const QString &text);
+    void showSaid(const QString &target, const QString &text, bool action);
+    void performLine(const QString &line);
+    void showReply(const ircmessage &msg);
+    void parseSplit(const netbatch &people);
+    /// We are in this channel now.
+    void openJoined(const QString &name);
+    static QString notSent();
     /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);
 
     tabwindow *mainWindow;
+    linkstore links;
     connection conn;
     /// In the order of their creation; the server tab is first.
     std::vector<std::unique_ptr<irctab>> tabs;
@@ -90,8 +101,7 @@ private:
     irctab *topTab;
     irctab *closingTab = nullptr;
     QElapsedTimer clock;
-    /// When, by the clock, the last requests were answered.
-    QList<qint64> answered;
+    ctcpanswers answers;
     /// One for every channel tab ever opened: a roster outlives its tab.
     std::vector<std::unique_ptr<ircchannel>> rosters;
 };

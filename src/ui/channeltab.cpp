@@ -126,3 +126,15 @@ void channeltab::nick(const QString &oldNick, const QString &newNick)
     channel->nick(oldNick, newNick);
     userBox->fill(channel);
 }
+
+void channeltab::rejoined()
+{
+    channel->clear();
+    userBox->fill(channel);
+}
+
+void channeltab::crowd(bool left, const QString &text)
+{
+    view->crowd(left, text);
+    userBox->fill(channel);
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class ircmessage;
+class isupport;
+
+/// What the server says beside the talk, as people read it, and where it belongs (sessions by address).
+struct sortedreply
+{
+    enum class place {
+        /// Nowhere: it says nothing to a reader.
+        none,
+        server,
+        /// The tab of `channel`, if there is one; else as `server`.
+        channel,
+        /// The tab in front: it answers what the user typed there.
+        front,
+    };
+
+    place where = place::server;
+    QString channel;
+    QString text;
+};
+
+/// Sorts a reply or an error (RFC 2812, 5), or any line that nobody else handles.
+sortedreply sortReply(const ircmessage &message, const isupport &rules);
