@@ -10,8 +10,10 @@
 #include "ircmessage.h"
 #include "isupport.h"
 #include "linecodec.h"
+#include "moderntext.h"
 #include "nickchoice.h"
 #include "retryclock.h"
+#include "richline.h"
 #include "rows.h"
 #include "sendpace.h"
 #include "stspolicy.h"
@@ -164,6 +166,32 @@ QString rules(const QString &text)
     return answer;
 }
 
+/// What is shown of what somebody said: the markup, and the runs that are not plain.
+QString said(const QString &text)
+{
+    const QString markup = moderntext::said(text);
+    const richline line(markup);
+    QString seen = line.text();
+    for (const richspan &span : line.spans())
+        seen += u" %1+%2:%3,%4/%5"_s.arg(span.start)
+                    .arg(span.length)
+                    .arg(span.colour, 0, 16)
+                    .arg(span.background, 0, 16)
+                    .arg(span.styles);
+    // Nothing stays open: what comes behind is plain.
+    if (richline(QString(markup + u'x')).spans().size() != line.spans().size())
+        seen += u" stays open"_s;
+    // Characters that nobody can see in a table of rows.
+    for (const QChar c : u"\u202a\u202b\u202c\u202d\u202e\u2066\u2067\u2068\u2069"_s)
+        seen.replace(c, u'[' + QString::number(c.unicode(), 16) + u']');
+    return seen;
+}
+
+QString bytesSaid(const QString &text)
+{
+    return said(QString::fromUtf8(bytes(text)));
+}
+
 struct piece
 {
     QLatin1StringView name;
@@ -183,6 +211,8 @@ constexpr piece pieces[] = {
     {"caps"_L1, caps},
     {"sts"_L1, sts},
     {"rules"_L1, rules},
+    {"said"_L1, said},
+    {"said in bytes"_L1, bytesSaid},
     {"certificate"_L1, certificate},
 };
 

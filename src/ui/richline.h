@@ -9,21 +9,23 @@
 /// A run of characters that look alike.
 struct richspan
 {
-    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4 };
+    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4, strike = 8, reverse = 16 };
 
     int start = 0;
     int length = 0;
     /// 0 is the colour of the view's own text.
     QRgb colour = 0;
+    /// 0 is none.
+    QRgb background = 0;
     quint8 styles = plain;
 };
 
 /// One line of rich text, read: its characters, and the runs of them that are not plain.
 ///
-/// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font
-/// color>, <b>, <u> and <i> switch a look on and off, in any order; all other tags vanish, and nothing is
-/// loaded or laid out for them. Entities become their characters. What is no tag or entity stays as it is. No
-/// character of the result breaks the line.
+/// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font color>,
+/// <mark color> for the background, <b>, <u>, <i>, <s> and <reverse> switch a look on and off, in any order; all other
+/// tags vanish, and nothing is loaded or laid out for them. Entities become their characters. What is no tag or entity
+/// stays as it is. No character of the result breaks the line.
 class richline
 {
 public:
@@ -51,5 +53,6 @@ private:
     /// So many characters have come since the last space.
     int wordLength = 0;
     QRgb colour = 0;
+    QRgb background = 0;
     quint8 styles = richspan::plain;
 };
