@@ -85,6 +85,8 @@ void connection::connectToServer(const QString &host, int port, const QString &n
 
 void connection::openAddress(const ircaddress &address, int port)
 {
+    // What stood before ends in silence, as in a classic session.
+    loggedIn = false;
     dropLink();
     useManners(manners::today());
     destination to = std::exchange(details, {});
@@ -111,6 +113,10 @@ void connection::login()
     Q_EMIT debug(u"Connected, Logging in..."_s);
     supports = {};
     mask = {};
+    joined = false;
+    // What we had to take last time is not what is asked for again.
+    if (manner.negotiates && identity.nick() == givenNick)
+        identity.setNick(wantedNick);
     const QStringList lines =
         manner.negotiates ? progress.begin(identity, keeper.where(), keeper.isEncrypted(), keeper.maxNick())
                           : progress.begin(identity, server, channels);
@@ -153,7 +159,7 @@ void connection::socketDisconnect()
 // A session by address that was never welcomed has nothing to tell its tabs.
 void connection::endLink()
 {
-    const bool told = !manner.negotiates || registered;
+    const bool told = loggedIn && (!manner.negotiates || registered);
     progress.end();
     loggedIn = false;
     registered = false;
@@ -313,7 +319,8 @@ void connection::handleWelcome(ircmessage *msg)
     m_serverName = msg->prefix()->nick();
     registered = true;
     if (manner.negotiates) {
-        joined = false;
+        wantedNick = progress.firstNick();
+        givenNick = identity.nick();
         keeper.welcomed();
         if (const QString note = progress.nickNote(identity.nick()); !note.isEmpty())
             Q_EMIT status(note);
@@ -379,8 +386,11 @@ void connection::handleNick(ircmessage *msg)
 {
     const QString oldNick = msg->prefix()->nick();
     const QString newNick = msg->param(0, true);
-    if (oldNick == identity.nick())
+    if (oldNick == identity.nick()) {
         identity.setNick(newNick);
+        wantedNick = newNick;
+        givenNick = newNick;
+    }
     Q_EMIT nick(msg);
     Q_EMIT debug(u"Got nick change - " + oldNick + u" -> " + newNick);
 }

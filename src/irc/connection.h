@@ -169,6 +169,9 @@ private:
     /// Our nick, user and host as the server shows them to others.
     ircuser mask;
     netbatches batches;
+    /// In a session by address: the nick that the user wants, and the one that the server gave.
+    QString wantedNick;
+    QString givenNick;
     /// Of channels that were joined with one, by their names.
     QHash<QString, QString> keys;
     /// Whether the channels were joined on this connection.

@@ -109,6 +109,13 @@ irctab *ircsession::findTab(const QString &name) const
     return found == tabs.end() ? nullptr : found->get();
 }
 
+irctab *ircsession::frontTab() const
+{
+    const auto found =
+        std::find_if(tabs.begin(), tabs.end(), [](const auto &tab) { return tab->isInFront(); });
+    return found == tabs.end() ? serverTab : found->get();
+}
+
 void ircsession::closeTab(irctab *tab)
 {
     closingTab = tab;
@@ -390,7 +397,7 @@ void ircsession::showReply(const ircmessage &msg)
         return;
     irctab *tab = serverTab;
     if (reply.where == sortedreply::place::front)
-        tab = topTab;
+        tab = frontTab();
     else if (irctab *found = findChannelTab(reply.channel))
         tab = found;
     tab->happened(newEvent(event::kind::reply, &msg, reply.text));

@@ -83,6 +83,8 @@ private:
     void showSaid(const QString &target, const QString &text, bool action);
     void performLine(const QString &line);
     void showReply(const ircmessage &msg);
+    /// The tab that is seen, whoever brought it to the front.
+    irctab *frontTab() const;
     void parseSplit(const netbatch &people);
     /// We are in this channel now.
     void openJoined(const QString &name);

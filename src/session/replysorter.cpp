@@ -33,6 +33,8 @@ constexpr replyrow rows[] = {
     {"AWAY"_L1, none, ""_L1},
     {"ERROR"_L1, none, ""_L1},
     {"315"_L1, none, ""_L1},
+    {"321"_L1, none, ""_L1},
+    {"323"_L1, none, ""_L1},
     {"318"_L1, none, ""_L1},
     {"329"_L1, none, ""_L1},
     {"369"_L1, none, ""_L1},
@@ -62,6 +64,8 @@ constexpr replyrow rows[] = {
     {"671"_L1, front, "$2 $3-"_L1},
     // Other answers to what was typed, and what is wrong with it.
     {"305"_L1, front, "$2-"_L1},
+    {"322"_L1, front, "$2, $3 people: $4-"_L1},
+    {"352"_L1, front, "$6 is $3@$4 in $2: $8-"_L1},
     {"306"_L1, front, "$2-"_L1},
     {"401"_L1, front, "$2: $3-"_L1},
     {"402"_L1, front, "$2: $3-"_L1},
