@@ -2,12 +2,13 @@
 #include "certificatecheck.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-certificatecheck::certificatecheck(const QList<QSslError> &errors, const QString &fingerprintSeen,
+certificatecheck::certificatecheck(const QList<QSslError> &errors, QString fingerprintSeen,
                                    const QString &pin)
-    : verified(errors.isEmpty()), pinned(!pin.isEmpty()), fingerprint(fingerprintSeen)
+    : verified(errors.isEmpty()), pinned(!pin.isEmpty()), fingerprint(std::move(fingerprintSeen))
 {
     if (verified || (pinned && fingerprint == pin))
         return;
