@@ -2,6 +2,7 @@
 #include "certificatecheck.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -22,9 +23,9 @@ linkfault::kind faultOf(const QSslError &error)
 
 } // namespace
 
-certificatecheck::certificatecheck(const QList<QSslError> &errors, const QString &fingerprintSeen,
+certificatecheck::certificatecheck(const QList<QSslError> &errors, QString fingerprintSeen,
                                    const QString &pin)
-    : verified(errors.isEmpty()), pinned(!pin.isEmpty()), fingerprint(fingerprintSeen)
+    : verified(errors.isEmpty()), pinned(!pin.isEmpty()), fingerprint(std::move(fingerprintSeen))
 {
     if (verified || (pinned && fingerprint == pin))
         return;

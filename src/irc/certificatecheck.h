@@ -16,7 +16,7 @@ class certificatecheck
 public:
     /// `errors` is what verification found, `fingerprint` that of the certificate, `pin` that of the one that
     /// the user has trusted for this host and port, or empty.
-    certificatecheck(const QList<QSslError> &errors, const QString &fingerprint, const QString &pin);
+    certificatecheck(const QList<QSslError> &errors, QString fingerprint, const QString &pin);
 
     bool isAccepted() const { return found == linkfault::kind::none; }
     /// Why there is no connection; of no kind when the certificate is accepted.

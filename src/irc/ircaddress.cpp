@@ -18,6 +18,7 @@ constexpr int encryptedPort = 6697;
 constexpr qsizetype maxLength = 2048;
 
 constexpr QLatin1StringView noAddress("This is no address: ircs://name:port");
+constexpr QLatin1StringView noChannel("Leave what is no channel out of the address");
 
 bool isChannelCharacter(QChar c)
 {
@@ -110,22 +111,21 @@ QString ircaddress::readPort(const QString &text)
 // Channels begin with "#" as fragments do. One that stands behind a name is a fragment.
 QString ircaddress::readChannels(const QString &path)
 {
-    const QString fragment = u"Leave what is no channel out of the address"_s;
     if (path.contains(u'?'))
         return u"Leave the ? out of the address"_s;
     if (path.startsWith(u'#'))
-        return fragment;
+        return noChannel;
     for (const QString &name : path.mid(1).split(u',', Qt::SkipEmptyParts)) {
         QString channel = decoded(name);
         if (channel.isEmpty() || channel.contains(u','))
             return noAddress;
         if (!isChannelCharacter(channel.front())) {
             if (name.contains(u'#'))
-                return fragment;
+                return noChannel;
             channel.prepend(u'#');
         }
         if (channel == u'#')
-            return fragment;
+            return noChannel;
         m_channels.append(channel);
     }
     return {};

@@ -2,6 +2,7 @@
 #include "nickchoice.h"
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -11,8 +12,8 @@ constexpr int classicLength = 9;
 
 } // namespace
 
-nickchoice::nickchoice(const QString &first, const QString &other, int length)
-    : alternative(other), knownLength(length), limit(std::numeric_limits<int>::max()), tried(first)
+nickchoice::nickchoice(const QString &first, QString other, int length)
+    : alternative(std::move(other)), knownLength(length), limit(std::numeric_limits<int>::max()), tried(first)
 {
 }
 
@@ -25,7 +26,7 @@ QString nickchoice::nextAfterRefused()
 QString nickchoice::next()
 {
     while (!tried.isEmpty() && tried.size() < maxTries && nextCandidate <= maxTries + 1) {
-        const QString nick = candidate(nextCandidate++);
+        QString nick = candidate(nextCandidate++);
         if (nick.isEmpty() || tried.contains(nick))
             continue;
         tried.append(nick);

@@ -13,7 +13,7 @@ public:
     nickchoice() = default;
     /// `first` has been asked for. `alternative` may be empty. `knownLength` is the NICKLEN that this host told
     /// us earlier, or 0.
-    nickchoice(const QString &first, const QString &alternative, int knownLength);
+    nickchoice(const QString &first, QString alternative, int knownLength);
 
     /// The one that was asked for first, which is taken back when it becomes free.
     QString first() const { return tried.value(0); }
