@@ -2,7 +2,7 @@
 #include "findbar.h"
 
 #include "box.h"
-#include "fingerstyle.h"
+#include "fingers.h"
 #include "inputline.h"
 #include "logview.h"
 #include "readable.h"
@@ -30,7 +30,7 @@ findbar::findbar(logview *log, QWidget *parent) : QWidget(parent), view(log), fi
     auto *closeButton = new QToolButton(this);
     closeButton->setText(u"\u00d7"_s);
     closeButton->setAccessibleName(tr("Close the search"));
-    closeButton->setMinimumSize(fingerstyle::fingerSize, fingerstyle::fingerSize);
+    closeButton->setMinimumSize(fingerSize, fingerSize);
     connect(closeButton, &QToolButton::clicked, this, &findbar::close);
     auto *row = box<QHBoxLayout>(this);
     row->addWidget(field);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fingerstyle.h"
 
+#include "fingers.h"
+
 #include <QWidget>
 
 namespace {

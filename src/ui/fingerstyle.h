@@ -9,9 +9,6 @@ class fingerstyle : public QProxyStyle
     Q_OBJECT
 
 public:
-    /// So many pixels a finger can hit.
-    static constexpr int fingerSize = 28;
-
     /// Gives `widget` this style.
     static void apply(QWidget *widget);
 

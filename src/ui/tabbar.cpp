@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tabbar.h"
 
+#include "fingers.h"
 #include "fingerstyle.h"
 #include "readable.h"
 
@@ -133,7 +134,7 @@ QSize tabbar::tabSizeHint(int index) const
 {
     const QSize full = QTabBar::tabSizeHint(index);
     return {qMin(full.width(), maxTabWidth * fontMetrics().averageCharWidth()),
-            qMax(full.height(), fingerstyle::fingerSize)};
+            qMax(full.height(), fingerSize)};
 }
 
 void tabbar::changeEvent(QEvent *event)
