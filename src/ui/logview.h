@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fingerscroll.h"
+#include "linkclick.h"
+
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -66,5 +69,6 @@ private:
     QElapsedTimer sinceFrame;
     /// Where the document ended before the edit, if what the user had selected ended there; else -1.
     int selectedEnd = -1;
-    QPoint pressedAt;
+    linkclick links;
+    fingerscroll fingers;
 };
