@@ -11,6 +11,7 @@
 //   tabs NAMES                 the tabs must be these, from left to right, separated by " | "
 //   front TAB                  this tab must be in front
 //   select TAB                 the user clicks a tab
+//   click TAB WHAT             the user clicks a member, or the button that reads WHAT
 //   edit TAB TEXT              the user types a text and does not press Return
 //   press TAB KEYS             the user presses keys in the tab's input line: "Tab Shift+Tab"
 //   input TAB TEXT             this must stand in the input line
@@ -124,6 +125,8 @@ void tst_conversations::step(const QString &line)
         QCOMPARE(person->input(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
     } else if (word == u"news") {
         QTRY_COMPARE(person->news(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
+    } else if (word == u"click") {
+        person->click(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"choose") {
         person->choose(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"picture") {

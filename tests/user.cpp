@@ -15,6 +15,7 @@
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 #include <QTextBlock>
@@ -157,13 +158,20 @@ QString user::news(const QString &tab) const
     return coloured ? bar->accessibleTabName(index).mid(tabs().at(index).size() + 2) : QString();
 }
 
+void user::click(const QString &tab, const QString &what)
+{
+    if (auto *button = pageOf(tab)->findChild<QPushButton *>(); button->text() == what)
+        return QTest::mouseClick(button, Qt::LeftButton);
+    auto *list = pageOf(tab)->findChild<ircuserbox *>();
+    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, what);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(found.value(0)).center());
+}
+
 void user::choose(const QString &tab, const QString &nick)
 {
+    click(tab, nick);
     auto *list = pageOf(tab)->findChild<ircuserbox *>();
-    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, nick);
-    const QPoint place = list->visualRect(found.value(0)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());
 }
 
 QStringList user::lines(const QString &tab) const

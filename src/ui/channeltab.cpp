@@ -11,6 +11,7 @@
 #include "tabwindow.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,7 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     addView(splitBox);
     toggleButton = new QPushButton(u">"_s, view);
     toggleButton->setAccessibleName(tr("Hide the members"));
+    toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
@@ -50,8 +52,10 @@ void channeltab::showHideUserlist()
     toggleButton->setText(userListShown ? u"<"_s : u">"_s);
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
-    // Of no width it is still there for the keyboard.
-    userBox->setFocusPolicy(userListShown ? Qt::StrongFocus : Qt::NoFocus);
+    // Of no width it would still take the keyboard.
+    userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
+    if (userBox->hasFocus())
+        input->setFocus();
     mainWindow->prefs.userListShown = userListShown;
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();

@@ -11,6 +11,8 @@
 ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermodel(this))
 {
     setModel(rows);
+    // A click chooses a member; the keyboard stays where the user types.
+    setFocusPolicy(Qt::TabFocus);
     setUniformItemSizes(true);
     setVerticalScrollMode(ScrollPerPixel);
     viewport()->grabGesture(Qt::TapAndHoldGesture);
