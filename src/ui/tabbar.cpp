@@ -6,6 +6,7 @@
 #include "readable.h"
 
 #include <QEvent>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -73,6 +74,7 @@ int tabbar::currentTab() const
 
 void tabbar::removeTab(int id)
 {
+    const QScopedValueRollback stays(m_frontStays, id != currentTab());
     {
         const QSignalBlocker silence(this);
         QTabBar::removeTab(indexOf(id));

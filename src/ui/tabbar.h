@@ -26,6 +26,9 @@ public:
     int currentTab() const;
     /// Removes a tab; then selected() names the tab that is in front, whether or not it has changed.
     void removeTab(int id);
+    /// Whether selected() is emitted only because another tab goes: the one in front stays, and the user has
+    /// chosen nothing.
+    bool frontStays() const { return m_frontStays; }
     /// The labels, from left to right.
     QStringList labels() const;
     /// Marks a tab, unless it is in front or marked with something more urgent.
@@ -52,6 +55,7 @@ private:
     void showNews(int index);
 
     int nextId = 0;
+    bool m_frontStays = false;
     /// By identifier; those without are not in it.
     QMap<int, news> unread;
 };
