@@ -264,6 +264,14 @@ void tst_view::mouseAndFinger()
     QTest::mouseDClick(seen, Qt::LeftButton, {}, placeOf(u"words"_s));
     QTest::mouseRelease(seen, Qt::LeftButton, {}, placeOf(u"words"_s));
     QCOMPARE(QApplication::clipboard()->text(), u"words"_s);
+    // Qt would begin to drag what is selected under these.
+    for (const auto keys : {Qt::KeyboardModifiers(), Qt::ControlModifier | Qt::ShiftModifier}) {
+        view->selectAll();
+        QTest::mousePress(seen, Qt::LeftButton, keys, link);
+        QVERIFY(!view->textCursor().hasSelection());
+        QTest::mouseRelease(seen, Qt::LeftButton, keys, other);
+    }
+
     // A tap opens as well; a finger that moves scrolls and selects nothing.
     const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
     view->moveCursor(QTextCursor::Start);

@@ -182,10 +182,11 @@ void logview::mousePressEvent(QMouseEvent *event)
     settle();
     if (fingerscroll::isFinger(*event))
         return;
-    // A press inside of a selection could begin to drag it. A drag runs an event loop of its own, in which
-    // the server may close this tab; and the text can be pasted anyway.
+    // A press inside of a selection could begin to drag it, unless it extends it, which Shift alone does. A
+    // drag runs an event loop of its own, in which the server may close this tab; and the text can be pasted
+    // anyway.
     QTextCursor own = textCursor();
-    const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+    const bool extends = event->modifiers() == Qt::ShiftModifier;
     if (event->button() == Qt::LeftButton && own.hasSelection() && !extends) {
         own.clearSelection();
         setTextCursor(own);
