@@ -4,7 +4,9 @@
 // it, the search, the member list, the tab bar.
 
 #include "channeltab.h"
+#include "fingers.h"
 #include "ircchannel.h"
+#include "ircuserbox.h"
 #include "ircview.h"
 #include "isupport.h"
 #include "richline.h"
@@ -17,6 +19,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QTemporaryDir>
@@ -77,6 +80,7 @@ private Q_SLOTS:
     void layout();
     void mouseAndFinger();
     void finds();
+    void members();
     // What the view opens comes here instead of into a browser.
     void open(const QUrl &url) { opened.append(url.toString()); }
 
@@ -309,6 +313,30 @@ void tst_view::finds()
         QVERIFY(!view->findText(u"x"_s, newer));
     QCOMPARE(view->verticalScrollBar()->value(), 7);
     QCOMPARE(view->selectedLine(), u"line 50"_s);
+}
+
+void tst_view::members()
+{
+    QStringList names{u"@alice"_s, u"%bob"_s, u"+<b>"_s};
+    channel.names(&names);
+    for (const bool touch : {false, true}) {
+        const std::unique_ptr<QPointingDevice> screen(touch ? QTest::createTouchDevice() : nullptr);
+        init();
+        tab->endofnames();
+        tab->userBox->settle();
+        // The ranks differ above the balls, where their colour is not.
+        QList<QImage> signs;
+        for (int row = 0; row < 3; ++row) {
+            const QRect place = tab->userBox->visualRect(tab->userBox->model()->index(row, 0));
+            QCOMPARE(place.height() >= fingerSize, touch);
+            signs.append(
+                tab->userBox->viewport()->grab({0, place.top(), 12, place.height() / 2 - 2}).toImage());
+        }
+        QVERIFY(signs[0] != signs[1] && signs[1] != signs[2] && signs[2] != signs[0]);
+        QCOMPARE(tab->toggleButton->height() >= fingerSize, touch);
+    }
+    const QModelIndex hostile = tab->userBox->model()->index(2, 0);
+    QCOMPARE(hostile.data(Qt::ToolTipRole).toString(), u"<qt>&lt;b&gt;, voiced</qt>"_s);
 }
 
 QTEST_MAIN(tst_view)

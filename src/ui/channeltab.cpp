@@ -2,6 +2,7 @@
 #include "channeltab.h"
 
 #include "box.h"
+#include "fingerstyle.h"
 #include "ircchannel.h"
 #include "ircmode.h"
 #include "ircuser.h"
@@ -13,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +37,7 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     toggleButton->setAccessibleName(tr("Hide the members"));
     toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
+    fingerstyle::apply(view->horizontalScrollBar());
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
     userBox->setMaximumWidth(userBoxWidth);
