@@ -81,6 +81,7 @@ private Q_SLOTS:
     void mouseAndFinger();
     void finds();
     void members();
+    void news();
     // What the view opens comes here instead of into a browser.
     void open(const QUrl &url) { opened.append(url.toString()); }
 
@@ -337,6 +338,31 @@ void tst_view::members()
     }
     const QModelIndex hostile = tab->userBox->model()->index(2, 0);
     QCOMPARE(hostile.data(Qt::ToolTipRole).toString(), u"<qt>&lt;b&gt;, voiced</qt>"_s);
+}
+
+void tst_view::news()
+{
+    tabbar *bar = window->tabBar;
+    for (int i = 1; i < 12; ++i)
+        bar->addTab(u"#channel"_s);
+    bar->resize(240, 40);
+    using enum tabbar::news;
+    for (const auto &[id, what] : {std::pair(3, event), {4, message}, {10, personal}})
+        bar->addNews(id, what);
+    for (const QColor background : {QColor(0xef, 0xef, 0xef), QColor(0x30, 0x30, 0x30)}) {
+        bar->setPalette(QPalette(background));
+        for (const auto &[a, b] : {std::pair(3, 4), {4, 10}, {10, 3}}) {
+            const int apart = qAbs(bar->tabTextColor(a).hue() - bar->tabTextColor(b).hue());
+            QVERIFY2(qMin(apart, 360 - apart) >= 60, qPrintable(QString::number(apart)));
+        }
+        // What is out of sight marks its end of the bar, by what is most urgent there.
+        for (const auto &[front, left, right] :
+             {std::tuple(0, false, true), {7, true, true}, {11, true, false}}) {
+            bar->setCurrentTab(front);
+            QCOMPARE(shows(bar, bar->tabTextColor(4), {0, 0, 8, 3}), left);
+            QCOMPARE(shows(bar, bar->tabTextColor(10), {160, 0, 80, 3}), right);
+        }
+    }
 }
 
 QTEST_MAIN(tst_view)
