@@ -170,7 +170,7 @@ void ircsession::openQuery(const QString &nick)
     if (const irctab *tab = findTab(nick))
         mainWindow->tabBar->setCurrentTab(tab->tabId);
     else
-        newPlainTab(nick);
+        newTopTab(newPlainTab(nick));
 }
 
 void ircsession::errormsg(const QString &text)

@@ -2,6 +2,7 @@
 #include "channeltab.h"
 
 #include "box.h"
+#include "fingerstyle.h"
 #include "ircchannel.h"
 #include "ircmode.h"
 #include "ircuser.h"
@@ -11,7 +12,9 @@
 #include "tabwindow.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +35,9 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     addView(splitBox);
     toggleButton = new QPushButton(u">"_s, view);
     toggleButton->setAccessibleName(tr("Hide the members"));
+    toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
+    fingerstyle::apply(view->horizontalScrollBar());
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
     userBox->setMaximumWidth(userBoxWidth);
@@ -50,8 +55,10 @@ void channeltab::showHideUserlist()
     toggleButton->setText(userListShown ? u"<"_s : u">"_s);
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
-    // Of no width it is still there for the keyboard.
-    userBox->setFocusPolicy(userListShown ? Qt::StrongFocus : Qt::NoFocus);
+    // Of no width it would still take the keyboard.
+    userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
+    if (userBox->hasFocus())
+        input->setFocus();
     mainWindow->prefs.userListShown = userListShown;
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();

@@ -27,6 +27,9 @@ completion::completion(const typedline &line, const QStringList &words)
             fitting.append(word + (start == 0 && isNick(word) ? u": "_s : u" "_s));
     }
     fitting.removeDuplicates();
+    // Each of them brings the space behind it.
+    if (after.startsWith(u' '))
+        after.remove(0, 1);
 }
 
 typedline completion::next(const typedline &line, bool back)

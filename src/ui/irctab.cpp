@@ -167,7 +167,8 @@ void irctab::tabBarClicked(int id)
     if (id != tabId)
         return;
     mainWindow->widgetStack->setCurrentWidget(page);
-    input->setFocus();
+    if (!mainWindow->tabBar->frontStays())
+        input->setFocus();
     view->scrollToBottom();
     Q_EMIT amTopTab(this);
 }
