@@ -15,8 +15,8 @@ constexpr int defaultPort = 6667;
 /// Lines are handled for so long in one turn of the event loop: common ones are some 1,000. The window stays
 /// alive when a server sends as fast as it can, and whatever it sends.
 constexpr qint64 msPerTurn = 12;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot change more modes; each is asked of every channel tab.
-constexpr qsizetype maxModes = 512;
+/// A line of 512 bytes (RFC 1459, 2.3) cannot hold more letters; each is asked of every channel tab.
+constexpr int maxModes = 512;
 /// So many bytes of ours may wait for a server that does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
 constexpr QChar ctcpMark(1);
@@ -224,11 +224,14 @@ void connection::handleMode(ircmessage *msg)
     const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
     QChar sign = u'+';
     int next = 0;
-    for (const QChar c : all.modes().left(maxModes)) {
+    int letters = 0;
+    for (const QChar c : all.modes()) {
         if (c == u'+' || c == u'-') {
             sign = c;
             continue;
         }
+        if (++letters > maxModes)
+            break;
         const bool takesArgument = withArgument.contains(c);
         const QString argument = takesArgument ? all.arg(next++) : QString();
         ircmode one(all, sign, c, argument);

@@ -44,7 +44,7 @@ void fuzz(const QByteArray &input)
         listing = true;
     });
     QObject::connect(&conn, &connection::modes, c,
-                     [&](ircmode *m) { letters = m->modes().left(512).remove(u'+').remove(u'-').size(); });
+                     [&](ircmode *m) { letters = m->modes().remove(u'+').remove(u'-').left(512).size(); });
     QObject::connect(&conn, &connection::gotRawLine, c,
                      [&] { require(letters == 0, "each letter is one mode"); });
     server.send(input + "\nPING\n");
