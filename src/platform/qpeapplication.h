@@ -14,7 +14,8 @@ public:
     /// A program with a window of its own; there is no other kind here.
     enum Type { GuiClient };
 
-    /// `argc` must stay alive as long as the application.
+    /// `argc` must stay alive as long as the application. Where there is no screen, the program ends with status 1
+    /// and one line on stderr that says why.
     QPEApplication(int &argc, char **argv, Type type);
     ~QPEApplication() override;
 

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "fingers.h"
+
+#include <QGuiApplication>
+#include <QInputDevice>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace {
+
+/// No more pixels than this in one direction: a handheld.
+constexpr int handheldSide = 640;
+
+} // namespace
+
+bool isSmall(const QScreen &screen)
+{
+    return std::min(screen.size().width(), screen.size().height()) <= handheldSide;
+}
+
+bool fingersUsed()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (screen != nullptr && isSmall(*screen))
+        return true;
+    const auto devices = QInputDevice::devices();
+    return std::any_of(devices.begin(), devices.end(), [](const QInputDevice *device) {
+        return device->type() == QInputDevice::DeviceType::TouchScreen;
+    });
+}
+
+int fingerHeight(int usual)
+{
+    return fingersUsed() ? std::max(usual, fingerSize) : usual;
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QScreen;
+
+/// The least width and height, in pixels, of what a finger can hit.
+constexpr int fingerSize = 28;
+
+/// Whether `screen` is a handheld's: few pixels in one direction at least.
+bool isSmall(const QScreen &screen);
+
+/// Whether fingers are used here: there is a touch screen, or the main screen is small. May change while the
+/// program runs; false while there is no screen at all.
+bool fingersUsed();
+
+/// The height, in pixels, of a row or a button that is usually `usual` high: more where fingers are used.
+int fingerHeight(int usual);
