@@ -6,6 +6,7 @@
 #include "ircsession.h"
 #include "resource.h"
 #include "tabbar.h"
+#include "version.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -20,7 +21,7 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwind
     prefs = preferences::load(Config::settingsName());
     setObjectName(QLatin1StringView(name));
     setWindowIcon(Resource::loadPixmap(u"Parlo"_s));
-    setWindowTitle(tr("Parlo v0.2"));
+    setWindowTitle(u"Parlo v" + parloVersion);
     mainBox = new QWidget(this);
     widgetStack = new QStackedWidget(mainBox);
     tabBar = new tabbar(mainBox);

@@ -3,6 +3,7 @@
 
 #include "ircmessage.h"
 #include "ircmode.h"
+#include "ircport.h"
 
 #include <QElapsedTimer>
 #include <QTextStream>
@@ -11,7 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int defaultPort = 6667;
 /// Lines are handled for so long in one turn of the event loop: common ones are some 1,000. The window stays
 /// alive when a server sends as fast as it can, and whatever it sends.
 constexpr qint64 msPerTurn = 12;
@@ -66,7 +66,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
     ended = false;
-    socket.connectToHost(server, static_cast<quint16>(port == 0 ? defaultPort : port));
+    socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
 
 void connection::login()

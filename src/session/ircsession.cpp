@@ -11,6 +11,7 @@
 #include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
+#include "version.h"
 
 #include <QTimer>
 
@@ -284,7 +285,7 @@ void ircsession::parseCtcp(ircmessage *msg)
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
         serverTab->happened();
         if (mayAnswer())
-            conn.sendCtcpReply(sender, u"VERSION Parlo 0.2"_s);
+            conn.sendCtcpReply(sender, u"VERSION Parlo " + parloVersion);
     } else if (keyword == u"action") {
         parseAction(msg);
     }

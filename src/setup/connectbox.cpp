@@ -4,6 +4,7 @@
 #include "box.h"
 #include "config.h"
 #include "inputline.h"
+#include "ircport.h"
 #include "presetbox.h"
 #include "say.h"
 
@@ -19,7 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int quickPort = 6667;
 /// Qt needs half a second to lay out a name that fills the settings file.
 constexpr int maxName = 512;
 
@@ -144,7 +144,7 @@ bool connectbox::checkQuickConnect()
     config.writeEntry(u"Server"_s, *serverOut);
     if (!config.save())
         sayNotSaved();
-    *portOut = quickPort;
+    *portOut = ircPort;
     return true;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ircport.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -10,7 +12,7 @@ struct preset
 {
     QString name;
     QString server;
-    unsigned int port = 0;
+    unsigned int port = ircPort;
     QString nick;
     /// Kept in the file, but neither edited nor sent.
     QString password;

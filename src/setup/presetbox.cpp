@@ -43,9 +43,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     formBox->setFont(small);
     auto *column = box<QVBoxLayout>(formBox);
 
-    preset shown = adding ? preset() : presets->at(index);
-    if (adding)
-        shown.port = 6667;
+    const preset shown = adding ? preset() : presets->at(index);
     auto *fields = new QWidget(formBox);
     formGrid = box<QGridLayout>(fields);
     column->addWidget(fields, 1);
