@@ -17,7 +17,6 @@ class parlo : public tabwindow
 public:
     /// Starts the session and runs its connect dialog, which returns before the window is shown.
     explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {});
-    /// Keeps the preferences, if they have changed.
     ~parlo() override;
 
     QWidget *mainBox;
@@ -25,6 +24,8 @@ public:
 private:
     void addZoomKeys();
     void zoom(int steps);
+    /// Points; 0 is the desktop's own size.
+    void setFontSize(int points);
     /// Gives the text in the views, those to come included, the size that the preferences say.
     void applyFontSize();
 

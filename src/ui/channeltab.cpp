@@ -37,7 +37,7 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
     addInput([this] { return nicks(); });
-    if (!mainWindow->prefs.userListShown)
+    if (!mainWindow->prefs().userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
 }
@@ -50,7 +50,7 @@ void channeltab::showHideUserlist()
     userListShown = !userListShown;
     // Of no width it is still there for the keyboard.
     userBox->setFocusPolicy(userListShown ? Qt::StrongFocus : Qt::NoFocus);
-    mainWindow->prefs.userListShown = userListShown;
+    mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();
     view->scrollToBottom();
