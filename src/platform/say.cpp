@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "say.h"
 
+#include "fingers.h"
+
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -21,5 +24,6 @@ void say(QWidget *window, const QString &text)
         const int room = window->screen()->availableSize().width() - besideText;
         label->setMinimumWidth(qMin(label->fontMetrics().size(0, text).width(), room));
     }
+    box.button(QMessageBox::Ok)->setMinimumHeight(fingerHeight(0));
     box.exec();
 }

@@ -6,9 +6,9 @@
 #include <QDialog>
 
 class QLineEdit;
-class QListWidget;
 class QPushButton;
 class QTabWidget;
+class presetlist;
 
 /// The modal dialog "Connect to IRC Server": a preset from the list, or a nick and a server typed by hand.
 ///
@@ -40,8 +40,6 @@ private:
     void savePresets();
     /// Runs the editor; keeps and shows what it changed.
     void runEditor(bool adding);
-    /// The row that the user selected, or -1. A row that merely has the focus is not selected.
-    int currentItem() const;
     void sayNotSaved();
     bool checkQuickConnect();
     bool takePreset();
@@ -55,7 +53,7 @@ private:
     QTabWidget *pages;
     QPushButton *connectButton;
     QWidget *presetPage;
-    QListWidget *presetList;
+    presetlist *presetList;
     QWidget *presetButtons;
     QPushButton *addButton;
     QPushButton *editButton;

@@ -5,10 +5,10 @@
 
 #include <QDialog>
 
-class QGridLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
+class form;
 
 /// The editor of one preset, modal: "Add Preset" or "Edit Preset".
 ///
@@ -26,8 +26,10 @@ public Q_SLOTS:
     /// Takes the fields over and closes, or says which one is wrong and stays.
     void accept() override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
-    QLineEdit *addRow(const QString &label, const QString &text);
     QLineEdit *addMissingRow(const QString &label);
     /// What is wrong with the fields; empty when nothing is.
     QString complaint() const;
@@ -36,7 +38,7 @@ private:
     int index;
     bool adding;
     QWidget *formBox;
-    QGridLayout *formGrid;
+    form *formGrid;
     QLineEdit *nameEdit;
     QLineEdit *nickEdit;
     QLineEdit *altNickEdit;
