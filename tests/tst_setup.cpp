@@ -254,8 +254,9 @@ void tst_setup::preferencesAtOnce()
         if (!changed)
             continue;
         window.resize(300, 400);
+        QTRY_COMPARE(file(), QByteArray("[Window]\nFontSize=12\nHeight=400\nUserList=1\nWidth=300\n"));
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
-        QTRY_COMPARE(file(), QByteArray("[Window]\nFontSize=13\nHeight=400\nUserList=1\nWidth=300\n"));
+        QTRY_VERIFY(file().contains("FontSize=13"));
     }
 }
 
