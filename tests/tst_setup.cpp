@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The connect dialog, the preset editor and the settings file behind them. tests/rows/dialogs.txt has most of it.
+// The connect dialog, the preset editor and the settings file behind them. tests/rows/dialogs.txt has most of
+// it.
 
 #include "config.h"
 #include "connectbox.h"

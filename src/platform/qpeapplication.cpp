@@ -44,8 +44,8 @@ void keepMessage(QtMsgType type, const QMessageLogContext &context, const QStrin
         endWithoutScreen();
 }
 
-/// To be called before the application object is made: without a screen some of Qt's plugins abort there, after
-/// several lines on stderr, and others go on until the first window crashes.
+/// To be called before the application object is made: without a screen some of Qt's plugins abort there,
+/// after several lines on stderr, and others go on until the first window crashes.
 void beginScreenSearch()
 {
     usualHandler = qInstallMessageHandler(keepMessage);
@@ -66,9 +66,9 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
     : QApplication((beginScreenSearch(), argc), argv)
 {
     endScreenSearch();
-    // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
+    // On Wayland a window gets its icon from the desktop file.
     setDesktopFileName(u"chat.parlo.Parlo"_s);
-    // There all windows are drawn into the first one, and the screen goes dark with it.
+    // There Qt draws all windows into the first one, and when that closes the screen stays dark.
     if (platformName() == u"eglfs") {
         backdrop = std::make_unique<QWidget>();
         backdrop->setAttribute(Qt::WA_QuitOnClose, false);

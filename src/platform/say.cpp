@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the icon, the margins and the window manager need beside the text, in pixels.
+/// Pixels beside the text, for the icon, the margins and the frame of the window.
 constexpr int besideText = 110;
 
 } // namespace

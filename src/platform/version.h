@@ -3,5 +3,5 @@
 
 #include <QLatin1StringView>
 
-/// The version of this program, such as "0.2". CMakeLists.txt has it, for the package and the manual page, too.
+/// The version of this program, such as "0.2": that of the project in CMakeLists.txt.
 inline constexpr QLatin1StringView parloVersion(PARLO_VERSION);

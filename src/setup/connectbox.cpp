@@ -36,8 +36,8 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 {
     setObjectName(u"foo"_s);
     setModal(true);
-    // On a handheld it has the screen, as the main window has it later. Matchbox needs that: there a modal dialog
-    // and the dialog behind it would pass the keyboard to each other without end.
+    // On a handheld it has the screen, as the main window has it later. Matchbox needs that: there a modal
+    // dialog and the dialog behind it would pass the keyboard to each other without end.
     if (isSmall(*screen())) {
         setWindowFlags(Qt::Window);
         setGeometry(screen()->availableGeometry());
@@ -69,7 +69,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     connect(editButton, &QPushButton::clicked, this, &connectbox::editPreset);
     delButton = new QPushButton(tr("Del"), presetButtons);
     connect(delButton, &QPushButton::clicked, this, &connectbox::delPreset);
-    // Every button of a dialog would answer Return by itself; here Return means "Connect" alone.
+    // In Qt, Return presses the button that has the focus. Here it always means "Connect".
     for (QPushButton *button : {addButton, editButton, delButton}) {
         button->setAutoDefault(false);
         buttonColumn->addWidget(button);

@@ -12,14 +12,14 @@ class presetlist;
 
 /// The modal dialog "Connect to IRC Server": a preset from the list, or a nick and a server typed by hand.
 ///
-/// What the user chooses goes through the pointers that the constructor takes. They hold it once exec() has
-/// returned Accepted; after anything else they may hold half of what was typed.
+/// The choice is written through the pointers that the constructor takes. It is complete when exec() has
+/// returned Accepted; otherwise parts of it may have been written.
 class connectbox : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// The four pointers are where the choice goes. They must outlive the dialog.
+    /// The pointers must outlive the dialog.
     connectbox(QString *nick, QString *server, int *port, QStringList *channels);
 
 public Q_SLOTS:
@@ -31,7 +31,7 @@ public Q_SLOTS:
     void delPreset();
 
 public:
-    /// Closes the dialog if the page in front holds a choice to connect with.
+    /// Closes the dialog if the page in front has all that is needed to connect.
     void accept() override;
 
 private:

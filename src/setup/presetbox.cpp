@@ -18,9 +18,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize formSize(200, 250);
-/// One line of it is enough to say that there is nothing yet.
+/// One line, which says that there is nothing yet.
 constexpr int performHeight = 22;
-/// All rows must fit into the fixed size, so the letters have a fixed one too.
+/// All rows must fit into the fixed size of the form, so the size of the text is fixed as well.
 constexpr int formFontPixels = 10;
 
 QString notYet()
@@ -54,7 +54,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     portEdit = formGrid->addInput(tr("Port: "), Qt::ImhDigitsOnly, QString::number(shown.port));
     passwordEdit = addMissingRow(tr("Password: "));
     channelsEdit = formGrid->addInput(tr("Channels: "), inputline::asTyped, shown.channels.join(u','));
-    // A finger needs all the height that there is.
+    // The fields share all the height that is left: fingers have to hit them.
     for (QLineEdit *edit : fields->findChildren<QLineEdit *>())
         edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 

@@ -12,7 +12,7 @@ class form;
 
 /// The editor of one preset, modal: "Add Preset" or "Edit Preset".
 ///
-/// Accepted, it has changed the list that it was given; nothing is written to the settings file here.
+/// When it is accepted it changes the list. It does not write the settings file.
 class presetbox : public QDialog
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     presetbox(QList<preset> *presets, int index, bool adding, QWidget *parent = nullptr);
 
 public Q_SLOTS:
-    /// Takes the fields over and closes, or says which one is wrong and stays.
+    /// Stores the fields in the list and closes, or says which field is wrong and stays open.
     void accept() override;
 
 protected:

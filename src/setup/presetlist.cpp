@@ -12,7 +12,8 @@
 
 namespace {
 
-/// High enough for a finger, and with a frame when the keyboard is on it: that of Qt's style is hardly seen in the dark.
+/// High enough for a finger, and with a frame when the keyboard is on it: that of Qt's style is hardly seen
+/// in the dark.
 class presetrow : public QStyledItemDelegate
 {
 public:
