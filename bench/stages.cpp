@@ -9,6 +9,7 @@
 #include "ircmessage.h"
 #include "ircuserbox.h"
 #include "ircview.h"
+#include "isupport.h"
 #include "parlo.h"
 #include "richline.h"
 
@@ -127,7 +128,7 @@ void parts(const QStringList &lines)
 
 void roster()
 {
-    ircchannel channel(u"#parlo"_s);
+    ircchannel channel(u"#parlo"_s, isupport::classic());
     ircuserbox box(nullptr);
     box.show();
     print("names of the big channel", milliseconds([&] {

@@ -11,8 +11,10 @@
 //   tabs NAMES                 the tabs must be these, from left to right, separated by " | "
 //   front TAB                  this tab must be in front
 //   select TAB                 the user clicks a tab
+//   click TAB WHAT             the user clicks a member, or the button that reads WHAT
 //   edit TAB TEXT              the user types a text and does not press Return
 //   press TAB KEYS             the user presses keys in the tab's input line: "Tab Shift+Tab"
+//   heard TEXT                 a screen reader must be told this where the keyboard is
 //   input TAB TEXT             this must stand in the input line
 //   news TAB WORDS             the tab's label must show these news: "", "something happened", "new
 //   messages", "for you" choose TAB NICK            the user double-clicks a member picture NAME-WIDTHxHEIGHT
@@ -120,10 +122,14 @@ void tst_conversations::step(const QString &line)
         person->press({}, rest);
     } else if (word == u"selected") {
         QTRY_COMPARE(person->selected(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
+    } else if (word == u"heard") {
+        QTRY_COMPARE(user::heard(), rest);
     } else if (word == u"input") {
         QCOMPARE(person->input(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
     } else if (word == u"news") {
         QTRY_COMPARE(person->news(rest.section(u' ', 0, 0)), rest.section(u' ', 1));
+    } else if (word == u"click") {
+        person->click(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"choose") {
         person->choose(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     } else if (word == u"picture") {

@@ -15,6 +15,7 @@
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 #include <QTextBlock>
@@ -149,6 +150,21 @@ QString user::selected(const QString &tab) const
            pageOf(tab)->findChild<ircview *>()->textCursor().selectedText();
 }
 
+QString user::heard()
+{
+    QWidget *focus = QApplication::focusWidget();
+    if (const auto *list = qobject_cast<QListView *>(focus)) {
+        // Nobody tells it of changed rows while no screen reader runs: it must be a new one.
+        QAccessible::deleteAccessibleInterface(
+            QAccessible::uniqueId(QAccessible::queryAccessibleInterface(focus)));
+        const auto *row = QAccessible::queryAccessibleInterface(focus)->child(list->currentIndex().row());
+        return row == nullptr ? QString() : row->text(QAccessible::Name);
+    }
+    const bool red = focus->palette().text().color().red() > 0;
+    return QAccessible::queryAccessibleInterface(focus)->text(QAccessible::Description) +
+           (red ? u", in red"_s : u""_s);
+}
+
 QString user::news(const QString &tab) const
 {
     const tabbar *bar = m_window->tabBar;
@@ -157,13 +173,20 @@ QString user::news(const QString &tab) const
     return coloured ? bar->accessibleTabName(index).mid(tabs().at(index).size() + 2) : QString();
 }
 
+void user::click(const QString &tab, const QString &what)
+{
+    if (auto *button = pageOf(tab)->findChild<QPushButton *>(); button->text() == what)
+        return QTest::mouseClick(button, Qt::LeftButton);
+    auto *list = pageOf(tab)->findChild<ircuserbox *>();
+    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, what);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(found.value(0)).center());
+}
+
 void user::choose(const QString &tab, const QString &nick)
 {
+    click(tab, nick);
     auto *list = pageOf(tab)->findChild<ircuserbox *>();
-    const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, nick);
-    const QPoint place = list->visualRect(found.value(0)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());
 }
 
 QStringList user::lines(const QString &tab) const

@@ -41,9 +41,13 @@ public:
     QString input(const QString &tab) const;
     /// The line with the selection in a tab, and what is selected there, after a "/".
     QString selected(const QString &tab) const;
+    /// What a screen reader is told by the row or the field that has the keyboard, and whether that is red.
+    static QString heard();
     /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
     QString news(const QString &tab) const;
-    /// Double-clicks a member in the list of a tab.
+    /// Clicks a member in the list of a tab, or the button that reads `what`.
+    void click(const QString &tab, const QString &what);
+    /// Double-clicks a member.
     void choose(const QString &tab, const QString &nick);
     /// The lines of a tab; none when there is no such tab.
     QStringList lines(const QString &tab) const;

@@ -1,39 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "connection.h"
 
+#include "ctcp.h"
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "ircport.h"
+#include "usercommands.h"
 
 #include <QElapsedTimer>
-#include <QTextStream>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Lines are handled for so long in one turn of the event loop: common ones are some 1,000. The window stays
-/// alive when a server sends as fast as it can, and whatever it sends.
+/// In one turn of the event loop, lines are handled for this long: about 1,000 common ones. So the window stays alive
+/// when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot change more modes; each is asked of every channel tab.
 constexpr qsizetype maxModes = 512;
-/// So many bytes of ours may wait for a server that does not read.
+/// In bytes, how much of ours may wait for a server that does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
-constexpr QChar ctcpMark(1);
-
-QString word(QTextStream &args)
-{
-    QString text;
-    args >> text;
-    return text;
-}
-
-/// All that is left, without the white space in front of it.
-QString rest(QTextStream &args)
-{
-    args.skipWhiteSpace();
-    return args.readLine();
-}
 
 } // namespace
 
@@ -65,19 +51,16 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     }
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
-    ended = false;
+    progress.wait();
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
 
 void connection::login()
 {
     Q_EMIT debug(u"Connected, Logging in..."_s);
-    send(u"USER " + identity.user() + u" HOSTNAME " + server + u" :" + identity.realname());
-    send(u"NICK " + identity.nick());
-    if (!channels.isEmpty())
-        send(u"JOIN " + channels.join(u','));
+    for (const QString &line : progress.begin(identity, server, channels))
+        send(line);
     loggedIn = true;
-    welcomed = false;
 }
 
 void connection::readSocket()
@@ -87,9 +70,9 @@ void connection::readSocket()
     QElapsedTimer turn;
     // One line is handled in any case, however slow the machine is.
     for (turn.start(); socket.canReadLine();) {
-        const QString line = QString::fromLatin1(socket.readLine());
-        if (line.size() > socket::maxLine)
-            return dropLongLine();
+        const QString line = socket.takeLine();
+        if (line.isNull())
+            return;
         Q_EMIT gotRawLine(line);
         parseLine(line);
         if (turn.hasExpired(msPerTurn))
@@ -97,20 +80,26 @@ void connection::readSocket()
     }
     if (socket.canReadLine())
         nextTurn.start(0);
-    else if (ended)
+    else if (isEnding())
         socketDisconnect();
 }
 
 void connection::socketDisconnect()
 {
     // What came before the end is shown before it.
-    ended = socket.canReadLine();
-    if (ended)
+    if (socket.canReadLine())
         return readSocket();
+    progress.end();
     loggedIn = false;
     registered = false;
     m_serverName = ""_L1;
     Q_EMIT disconnected();
+}
+
+bool connection::isEnding() const
+{
+    return socket.state() == QAbstractSocket::UnconnectedState &&
+           progress.reached() > registration::stage::connecting;
 }
 
 void connection::dropLongLine()
@@ -122,7 +111,7 @@ void connection::dropLongLine()
 void connection::giveUp(const QString &why)
 {
     Q_EMIT dropped(why);
-    if (!ended)
+    if (!isEnding())
         return socket.abort();
     socket.close();
     socketDisconnect();
@@ -174,9 +163,8 @@ void connection::handleWelcome(ircmessage *msg)
 {
     // The server may have cut our nick, or we took another one before the welcome: its word holds.
     const QString welcomedNick = msg->param(0, true);
-    if (!welcomed && !welcomedNick.isEmpty())
+    if (progress.welcome() && !welcomedNick.isEmpty())
         identity.setNick(welcomedNick);
-    welcomed = true;
     m_serverName = msg->prefix()->nick();
     registered = true;
     Q_EMIT message(msg);
@@ -220,8 +208,7 @@ void connection::handleMode(ircmessage *msg)
     const QString where = u" on " + all.target() + u" by " + all.who()->nick();
     Q_EMIT debug(u"Got modes: " + all.modes() + u' ' + all.args() + where);
 
-    // RFC 1459, 4.2.3.1: only on a channel do letters take arguments.
-    const QLatin1StringView withArgument(isChannel(all.target()) ? "ovhkl" : "");
+    const bool onChannel = isChannel(all.target());
     QChar sign = u'+';
     int next = 0;
     for (const QChar c : all.modes().left(maxModes)) {
@@ -229,7 +216,7 @@ void connection::handleMode(ircmessage *msg)
             sign = c;
             continue;
         }
-        const bool takesArgument = withArgument.contains(c);
+        const bool takesArgument = onChannel && supports.takesArgument(sign, c);
         const QString argument = takesArgument ? all.arg(next++) : QString();
         ircmode one(all, sign, c, argument);
         Q_EMIT mode(&one);
@@ -247,122 +234,11 @@ void connection::handleNick(ircmessage *msg)
     Q_EMIT debug(u"Got nick change - " + oldNick + u" -> " + newNick);
 }
 
-bool connection::isChannel(const QString &name)
-{
-    return name.startsWith(u'#') || name.startsWith(u'&');
-}
-
-// --- lines from the user ---
-
-struct connection::command
-{
-    QLatin1StringView word;
-    void (connection::*act)(QTextStream &args, const QString &target) = nullptr;
-};
-
-const connection::command connection::commands[] = {
-    {"SERVER"_L1, &connection::serverCommand}, {"QUIT"_L1, &connection::quitCommand},
-    {"QUOTE"_L1, &connection::quoteCommand},   {"MSG"_L1, &connection::msgCommand},
-    {"JOIN"_L1, &connection::joinCommand},     {"PART"_L1, &connection::partCommand},
-    {"MODE"_L1, &connection::modeCommand},     {"NICK"_L1, &connection::nickCommand},
-    {"KICK"_L1, &connection::kickCommand},     {"CTCP"_L1, &connection::ctcpCommand},
-    {"ME"_L1, &connection::meCommand},
-};
-
-QStringList connection::commandWords()
-{
-    QStringList words;
-    for (const command &c : commands)
-        words.append(c.word);
-    return words;
-}
+// --- lines from us ---
 
 void connection::userCommand(const QString &text, const QString &target)
 {
-    QString line = text.startsWith(u'/') ? text.mid(1) : text;
-    QTextStream args(&line, QIODevice::ReadOnly);
-    const QString name = word(args).toUpper();
-    Q_EMIT debug(u"Got command: " + name);
-    for (const command &c : commands) {
-        if (name == c.word)
-            return (this->*c.act)(args, target);
-    }
-}
-
-void connection::serverCommand(QTextStream &args, const QString & /*target*/)
-{
-    const QString host = word(args);
-    int port = 0;
-    args.setIntegerBase(10); // a leading 0 is no octal number to a user
-    args >> port;
-    connectToServer(host, port, identity.nick(), identity.user(), identity.realname());
-}
-
-void connection::quitCommand(QTextStream &args, const QString & /*target*/)
-{
-    send(u"QUIT :" + rest(args));
-}
-
-void connection::quoteCommand(QTextStream &args, const QString & /*target*/)
-{
-    send(rest(args));
-}
-
-void connection::msgCommand(QTextStream &args, const QString & /*target*/)
-{
-    const QString to = word(args);
-    sendPrivmsg(to, rest(args));
-}
-
-void connection::joinCommand(QTextStream &args, const QString & /*target*/)
-{
-    send(u"JOIN :" + rest(args));
-}
-
-void connection::partCommand(QTextStream &args, const QString &target)
-{
-    if (!isChannel(target))
-        return;
-    const QString channel = word(args);
-    if (channel.isEmpty())
-        send(u"PART " + target + u" :");
-    else
-        send(u"PART " + channel + u" :" + rest(args));
-}
-
-void connection::modeCommand(QTextStream &args, const QString & /*target*/)
-{
-    send(u"MODE " + rest(args));
-}
-
-void connection::nickCommand(QTextStream &args, const QString & /*target*/)
-{
-    const QString newNick = rest(args);
-    if (loggedIn)
-        send(u"NICK " + newNick);
-    else
-        identity.setNick(newNick);
-}
-
-void connection::kickCommand(QTextStream &args, const QString &target)
-{
-    if (!isChannel(target))
-        return;
-    const QString victim = word(args);
-    const QString line = u"KICK " + target + u' ' + victim + u" :" + rest(args);
-    Q_EMIT debug(line);
-    send(line);
-}
-
-void connection::ctcpCommand(QTextStream &args, const QString & /*target*/)
-{
-    const QString to = word(args);
-    sendCtcp(to, rest(args));
-}
-
-void connection::meCommand(QTextStream &args, const QString &target)
-{
-    sendCtcp(target, u"ACTION " + rest(args));
+    usercommands::run(*this, text, target);
 }
 
 void connection::sendPrivmsg(const QString &target, const QString &text)

@@ -2,21 +2,22 @@
 #pragma once
 
 #include "ircuser.h"
+#include "isupport.h"
+#include "registration.h"
 #include "socket.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
 
-class QTextStream;
 class ircmessage;
 class ircmode;
 
 /// The link to the one IRC server (RFC 1459).
 ///
-/// It registers, answers PING, turns every line of the server into one typed signal, and slash commands into
-/// lines. The records in the signals live until the emit returns: receivers copy what they keep. A line is
-/// handled completely before the next is read.
+/// It registers, answers PING, turns every line of the server into one typed signal, and writes what we send. The records
+/// in the signals live until the emit returns: receivers copy what they keep. A line is handled completely before the
+/// next is read.
 class connection : public QObject
 {
     Q_OBJECT
@@ -35,7 +36,7 @@ public:
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return registered; }
 
-    /// Does what a line typed with a leading "/" says, in the tab named `target`; writes one line at most.
+    /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands.
     void userCommand(const QString &text, const QString &target);
     void sendPrivmsg(const QString &target, const QString &text);
     /// Sends a CTCP request, framed in U+0001 (CTCP draft, 2).
@@ -43,11 +44,15 @@ public:
     /// Answers a CTCP request by NOTICE, so that two clients cannot keep each other busy.
     void sendCtcpReply(const QString &target, const QString &text);
 
-    /// The words of the commands that userCommand() knows, in capitals.
-    static QStringList commandWords();
-    /// Whether `name` is a channel's (RFC 1459, 1.3).
-    static bool isChannel(const QString &name);
+    /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
+    /// left out. Whether we are connected is not checked.
+    void send(QString line);
 
+    /// Whether `name` is a channel.
+    bool isChannel(const QString &name) const { return supports.isChannel(name); }
+
+    /// The rules of the server.
+    isupport supports;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
     /// What login() joins.
@@ -90,16 +95,13 @@ Q_SIGNALS:
 
 private:
     struct reply;
-    struct command;
     static const reply replies[];
-    static const command commands[];
 
     void dropLongLine();
     /// Ends the connection from our side, and says `why`.
     void giveUp(const QString &why);
-    /// Writes one line, whatever is in it: a line end or a U+0000 of a stranger's or the clipboard's is left
-    /// out.
-    void send(QString line);
+    /// Whether the server has closed the connection, and this is not told yet: there are lines of it to read.
+    bool isEnding() const;
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
     void handlePing(ircmessage *msg);
@@ -110,25 +112,11 @@ private:
     void handleMode(ircmessage *msg);
     void handleNick(ircmessage *msg);
 
-    void serverCommand(QTextStream &args, const QString &target);
-    void quitCommand(QTextStream &args, const QString &target);
-    void quoteCommand(QTextStream &args, const QString &target);
-    void msgCommand(QTextStream &args, const QString &target);
-    void joinCommand(QTextStream &args, const QString &target);
-    void partCommand(QTextStream &args, const QString &target);
-    void modeCommand(QTextStream &args, const QString &target);
-    void nickCommand(QTextStream &args, const QString &target);
-    void kickCommand(QTextStream &args, const QString &target);
-    void ctcpCommand(QTextStream &args, const QString &target);
-    void meCommand(QTextStream &args, const QString &target);
-
     QString server;
     QString m_serverName;
     bool registered = false;
-    /// Whether this connection has had its 001; `registered` may still be that of the one before.
-    bool welcomed = false;
-    /// The server has closed the connection, and there are lines of it to read yet.
-    bool ended = false;
+    /// How far this connection is; the flags above may still be those of the one before.
+    registration progress;
     /// Goes on reading what one turn of the event loop has left.
     QTimer nextTurn;
 };

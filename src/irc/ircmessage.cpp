@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ircmessage.h"
 
-namespace {
+#include "ctcp.h"
+#include "lineend.h"
 
-constexpr QChar ctcpMark(1);
+namespace {
 
 /// Cuts words off the front of a line. As in a QTextStream, a word ends before the white space that follows
 /// it, so a line with white space after its last word holds one more word, which is empty.
@@ -33,11 +34,9 @@ private:
 
 } // namespace
 
-ircmessage::ircmessage(QString line)
+ircmessage::ircmessage(const QString &line)
 {
-    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
-        line.chop(1);
-    wordreader words(line);
+    wordreader words(withoutLineEnd(QStringView(line)));
     m_command = words.next();
     if (m_command.startsWith(u':')) {
         m_prefix = ircuser(m_command);

@@ -15,7 +15,7 @@ class ircmessage
 public:
     /// Cuts `line`, with or without its line end. The text of a CTCP message (a PRIVMSG or NOTICE between two
     /// U+0001) loses those two characters, and isCtcp() is true.
-    explicit ircmessage(QString line);
+    explicit ircmessage(const QString &line);
 
     /// The sender; empty when the line had none. Never null; lives as long as the message.
     ircuser *prefix() { return &m_prefix; }
@@ -27,9 +27,8 @@ public:
     int paramCount() const { return static_cast<int>(params.size()); }
     /// Word `i` after the command, without its leading ":" where `stripColon` says so.
     QString param(int i, bool stripColon) const;
-    /// `count` words from word `from` on, joined by one space. With `stripColon` the first word that starts
-    /// with
-    /// ":" loses it; later ones keep theirs.
+    /// `count` words from word `from` on, joined by one space. With `stripColon` the first word that starts with ":" loses
+    /// it; later ones keep theirs.
     QString joinParams(int from, int count, bool stripColon) const;
     QString allParams(bool stripColon) const { return joinParams(0, paramCount(), stripColon); }
     QString paramsFrom(int from, bool stripColon) const;

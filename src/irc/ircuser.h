@@ -3,12 +3,6 @@
 
 #include <QString>
 
-/// Whether two nicks or names of tabs and channels are the same, which is when they differ in case alone.
-inline bool sameName(const QString &a, const QString &b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
 /// One person on IRC, or a server where a line's prefix names one.
 ///
 /// Two users are the same when their nicks are, whatever the case; the rest of the mask takes no part.
@@ -27,9 +21,6 @@ public:
     QString realname() const { return m_realname; }
     /// The lower-cased nick, made once: what every comparison of nicks compares.
     const QString &key() const { return m_key; }
-
-    /// Whether `said` says the nick, as a word of its own and whatever the case.
-    bool isNamedIn(const QString &said) const;
 
     void setNick(const QString &nick);
     void setUser(const QString &user) { m_user = user; }

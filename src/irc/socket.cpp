@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "socket.h"
 
+#include "lineend.h"
+
 #include <QSignalBlocker>
 
 namespace {
 
-/// So much, in bytes, waits here for its reader at most; the rest waits at the server.
+/// In bytes. What is not read yet fills a buffer of this size here; the rest waits at the server.
 constexpr qint64 maxBuffered = 512LL * 1024;
 
 } // namespace
@@ -27,11 +29,17 @@ void socket::connectToHost(const QString &host, quint16 port, OpenMode mode, Net
     QTcpSocket::connectToHost(host, port, mode, protocol);
 }
 
-void socket::sendLine(QString line)
+void socket::sendLine(const QString &line)
 {
-    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
-        line.chop(1);
-    write(line.toLatin1() + "\r\n");
+    write(withoutLineEnd(line).toLatin1() + "\r\n");
+}
+
+QString socket::takeLine()
+{
+    const QByteArray line = readLine();
+    if (line.size() > maxLine)
+        Q_EMIT lineTooLong();
+    return line.size() > maxLine ? QString() : QString::fromLatin1(line);
 }
 
 void socket::dataReady()

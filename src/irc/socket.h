@@ -14,7 +14,7 @@ public:
     socket();
     ~socket() override;
 
-    /// No line is longer, in bytes: some eight times what message tags and text come to together (IRCv3).
+    /// In bytes, the longest line: about eight times what tags and text come to together (IRCv3 message tags).
     static constexpr qint64 maxLine = 64LL * 1024;
 
     /// Connects, again if need be: an earlier connection ends at once and in silence, and what it had sent
@@ -22,9 +22,12 @@ public:
     void connectToHost(const QString &host, quint16 port, OpenMode mode = ReadWrite,
                        NetworkLayerProtocol protocol = AnyIPProtocol) override;
 
-    /// Writes one protocol line: `line` without its line ends, as Latin-1, then CR LF. Characters that
-    /// Latin-1 does not have leave as "?". The state of the connection is not looked at.
-    void sendLine(QString line);
+    /// Writes one protocol line: `line` without its line end, as Latin-1, then CR LF. What Latin-1 does not have becomes
+    /// "?". Whether we are connected is not checked.
+    void sendLine(const QString &line);
+    /// The next whole line, with its line end, decoded from Latin-1. Null, after lineTooLong(), if it is longer than a line
+    /// may be.
+    QString takeLine();
 
 Q_SIGNALS:
     /// One whole line or more can be read. Comes once for each arrival of bytes: read them all.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qpeapplication.h"
 
+#include "fingers.h"
+
 #include <QScreen>
 #include <QWidget>
 
@@ -11,18 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// No more pixels than this in one direction: a handheld.
-constexpr int handheldSide = 640;
 constexpr QSize desktopSize(480, 640);
 
 /// Whether windows have this screen to themselves: it is small, or nothing manages windows on it.
 bool isHandheld(const QScreen &screen)
 {
-    const QSize size = screen.size();
     static const QStringList withoutWindows{u"linuxfb"_s, u"eglfs"_s, u"minimalegl"_s, u"vkkhrdisplay"_s,
                                             u"vnc"_s};
-    return qMin(size.width(), size.height()) <= handheldSide ||
-           withoutWindows.contains(QGuiApplication::platformName());
+    return isSmall(screen) || withoutWindows.contains(QGuiApplication::platformName());
 }
 
 QtMessageHandler usualHandler = nullptr;

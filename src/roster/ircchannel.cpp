@@ -2,38 +2,51 @@
 #include "ircchannel.h"
 
 #include "ircmode.h"
+#include "isupport.h"
 
 #include <QStringList>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// More than any channel has. Without a bound a server could make each change take seconds.
+/// More than any channel has. Without a maximum a server could make each change take seconds.
 constexpr qsizetype maxMembers = 100'000;
 
+/// What a change of rank does to a member, by whether it is set.
 struct rankchange
 {
-    QLatin1StringView modes;
-    void (ircchanneluser::*apply)() = nullptr;
+    isupport::rank rank = isupport::rank::none;
+    void (ircchanneluser::*set)() = nullptr;
+    void (ircchanneluser::*remove)() = nullptr;
 };
 
 constexpr rankchange rankChanges[] = {
-    {"+o"_L1, &ircchanneluser::setOp},     {"-o"_L1, &ircchanneluser::removeOp},
-    {"+v"_L1, &ircchanneluser::setVoice},  {"-v"_L1, &ircchanneluser::removeVoice},
-    {"+h"_L1, &ircchanneluser::setHalfop}, {"-h"_L1, &ircchanneluser::removeHalfop},
+    {isupport::rank::op, &ircchanneluser::setOp, &ircchanneluser::removeOp},
+    {isupport::rank::halfop, &ircchanneluser::setHalfop, &ircchanneluser::removeHalfop},
+    {isupport::rank::voice, &ircchanneluser::setVoice, &ircchanneluser::removeVoice},
 };
 
-bool isRank(QChar c)
+/// Applies one letter with its sign, such as "+o"; false if it is no rank.
+bool applyMode(ircchanneluser *user, const QString &mode, const isupport &rules)
 {
-    return c == u'@' || c == u'%' || c == u'+';
+    if (mode.size() != 2 || (mode[0] != u'+' && mode[0] != u'-'))
+        return false;
+    const isupport::rank rank = rules.rankOfMode(mode[1]);
+    for (const rankchange &c : rankChanges) {
+        if (c.rank != rank)
+            continue;
+        (user->*(mode[0] == u'+' ? c.set : c.remove))();
+        return true;
+    }
+    return false;
 }
 
 } // namespace
 
-ircchannel::ircchannel(QString name) : m_channelName(std::move(name)) {}
+ircchannel::ircchannel(QString name, const isupport &rules) : m_channelName(std::move(name)), m_rules(rules)
+{
+}
 
 const ircchanneluser *ircchannel::findUser(const QString &nick) const
 {
@@ -70,12 +83,9 @@ void ircchannel::mode(const ircmode *m)
 {
     const qsizetype i = m_roster.find(m->arg(0));
     if (i >= 0) {
-        const QString modes = m->modes();
-        const auto *change = std::find_if(std::begin(rankChanges), std::end(rankChanges),
-                                          [&](const rankchange &c) { return modes == c.modes; });
-        if (change != std::end(rankChanges)) {
-            ircchanneluser user = m_roster.takeAt(i);
-            (user.*change->apply)();
+        ircchanneluser user = m_roster.at(i);
+        if (applyMode(&user, m->modes(), m_rules)) {
+            m_roster.removeAt(i);
             add(user);
         } else {
             qWarning("unknown mode for user in this channel");
@@ -95,7 +105,7 @@ void ircchannel::names(QStringList *list)
         if (m_roster.size() == maxMembers)
             return;
         qsizetype ranks = 0;
-        while (ranks < entry.size() && isRank(entry[ranks]))
+        while (ranks < entry.size() && m_rules.isPrefix(entry[ranks]))
             ++ranks;
         const QString prefixes = entry.left(ranks);
         entry.remove(0, ranks);

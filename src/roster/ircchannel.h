@@ -6,6 +6,7 @@
 #include <QObject>
 
 class ircmode;
+class isupport;
 
 /// A channel's name and its roster: who is there with which rank, in the order in which they are shown.
 ///
@@ -15,8 +16,10 @@ class ircchannel : public QObject
     Q_OBJECT
 
 public:
-    explicit ircchannel(QString name);
+    /// `rules` are those of the server; they must outlive the channel.
+    explicit ircchannel(QString name, const isupport &rules);
 
+    const isupport &rules() const { return m_rules; }
     QString channelName() const { return m_channelName; }
     const ircuserlist *roster() const { return &m_roster; }
     /// The first member with this nick, whatever the case, or null. Valid until the roster changes.
@@ -39,6 +42,7 @@ private:
     void keepSorted();
 
     QString m_channelName;
+    const isupport &m_rules;
     bool namesInProgress = false;
     /// A listing has added members since the last sort.
     bool unsorted = false;

@@ -7,12 +7,14 @@
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "ircuserbox.h"
+#include "mention.h"
 #include "plaintab.h"
 #include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
 #include "version.h"
 
+#include <QDateTime>
 #include <QTimer>
 
 #include <algorithm>
@@ -23,14 +25,14 @@ namespace {
 
 /// Long enough for the signal that asked for the close to have returned.
 constexpr int closeDelayMs = 1;
-/// So many CTCP requests are answered in so many milliseconds.
+/// How many CTCP requests are answered in a period of so many milliseconds.
 constexpr int maxAnswers = 5;
 constexpr int answerPeriodMs = 10'000;
 
 } // namespace
 
 ircsession::ircsession(tabwindow *window)
-    : mainWindow(window), serverTab(newPlainTab(u"Server"_s)), topTab(serverTab)
+    : mainWindow(window), serverTab(newPlainTab(u"Server"_s, usercommands::place::server)), topTab(serverTab)
 {
     clock.start();
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
@@ -66,20 +68,21 @@ Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
 {
     Tab *added = tab.get();
     tabs.push_back(std::move(tab));
+    added->rules = &conn.supports;
     connect(added, &irctab::gotUserInput, this, &ircsession::userInput);
     return added;
 }
 
-plaintab *ircsession::newPlainTab(const QString &name)
+plaintab *ircsession::newPlainTab(const QString &name, usercommands::place where)
 {
-    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name));
+    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name, where));
     connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
     return tab;
 }
 
 channeltab *ircsession::newChannelTab(const QString &name)
 {
-    ircchannel *roster = rosters.emplace_back(std::make_unique<ircchannel>(name)).get();
+    ircchannel *roster = rosters.emplace_back(std::make_unique<ircchannel>(name, conn.supports)).get();
     channeltab *tab = adopt(std::make_unique<channeltab>(mainWindow, roster, name));
     connect(&conn, &connection::modes, tab, &irctab::modes);
     connect(&conn, &connection::mode, tab, &channeltab::mode);
@@ -91,8 +94,8 @@ channeltab *ircsession::newChannelTab(const QString &name)
 
 irctab *ircsession::findTab(const QString &name) const
 {
-    const auto found = std::find_if(tabs.begin(), tabs.end(),
-                                    [&](const auto &tab) { return sameName(tab->tabName(), name); });
+    const auto found = std::find_if(
+        tabs.begin(), tabs.end(), [&](const auto &tab) { return conn.supports.same(tab->tabName(), name); });
     return found == tabs.end() ? nullptr : found->get();
 }
 
@@ -146,21 +149,20 @@ void ircsession::userInput(const QString &text, irctab *tab)
         tab->privmsg(nick, text);
         return;
     }
-    if (tab != serverTab) {
-        if (text.startsWith(u"/CLOSE", Qt::CaseInsensitive))
-            return closeTab(tab);
-        const QLatin1StringView me = "/ME "_L1;
-        if (text.startsWith(me, Qt::CaseInsensitive))
-            tab->action(nick, text.mid(me.size()));
-    }
+    QString action;
+    if (tab != serverTab && usercommands::isClose(text))
+        return closeTab(tab);
+    if (tab != serverTab && usercommands::isAction(text, &action))
+        tab->action(nick, action);
     conn.userCommand(text, tab->tabName());
 }
 
 void ircsession::socketDisconnect()
 {
+    const auto end = newEvent(event::kind::disconnect);
     for (const auto &tab : tabs) {
         tab->message(u"Disconnected"_s);
-        tab->happened();
+        tab->happened(end);
     }
 }
 
@@ -169,42 +171,49 @@ void ircsession::openQuery(const QString &nick)
     if (const irctab *tab = findTab(nick))
         mainWindow->tabBar->setCurrentTab(tab->tabId);
     else
-        newPlainTab(nick);
+        newTopTab(newPlainTab(nick));
 }
 
 void ircsession::errormsg(const QString &text)
 {
     topTab->message(text);
-    topTab->happened();
+    topTab->happened(newEvent(event::kind::reply));
 }
 
-// --- news ---
+// --- what happened ---
 
-void ircsession::happened(irctab *tab, const ircmessage *msg) const
+event ircsession::newEvent(event::kind what)
 {
-    if (!sentByMe(msg))
-        tab->happened();
+    struct event e;
+    e.what = what;
+    e.when = QDateTime::currentMSecsSinceEpoch();
+    return e;
 }
 
-void ircsession::spoke(irctab *tab, const ircmessage *msg, const QString &text) const
+event ircsession::newEvent(event::kind what, const ircmessage *msg, const QString &text) const
 {
-    if (sentByMe(msg))
-        return;
-    // In front there are no news: whether it is for us need not be found out.
-    const bool personal = !tab->isInFront() && (addressedToMe(msg) || conn.identity.isNamedIn(text));
-    tab->spoke(msg->prefix()->nick(), personal);
+    auto e = newEvent(what);
+    e.who = *msg->prefix();
+    e.where = msg->param(0, true);
+    e.text = text;
+    e.ours = sentByMe(msg);
+    e.forUs = e.isTalk() && !e.ours && (addressedToMe(msg) || mentions(text, conn.identity.nick()));
+    return e;
 }
 
 void ircsession::modesChanged(ircmode *m) const
 {
     irctab *tab = findChannelTab(m->target());
-    if (sameName(m->target(), conn.identity.nick()))
+    if (conn.supports.same(m->target(), conn.identity.nick()))
         tab = serverTab;
-    if (tab != nullptr && m->who()->nick() != conn.identity.nick())
-        tab->happened();
+    if (tab == nullptr)
+        return;
+    auto e = newEvent(event::kind::mode);
+    e.who = *m->who();
+    e.where = m->target();
+    e.ours = e.who.nick() == conn.identity.nick();
+    tab->happened(e);
 }
-
-// --- routing ---
 
 bool ircsession::addressedToMe(const ircmessage *msg) const
 {
@@ -246,10 +255,10 @@ void ircsession::forTabsWith(const QString &nick, Visit visit)
 
 void ircsession::parsePrivmsg(ircmessage *msg)
 {
+    const auto e = newEvent(event::kind::message, msg, msg->paramsFrom(1, true));
     irctab *tab = tabForMessage(msg);
-    const QString text = msg->paramsFrom(1, true);
-    tab->privmsg(msg->prefix()->nick(), text);
-    spoke(tab, msg, text);
+    tab->privmsg(e.who.nick(), e.text);
+    tab->happened(e);
 }
 
 void ircsession::parseNotice(ircmessage *msg)
@@ -263,18 +272,17 @@ void ircsession::parseNotice(ircmessage *msg)
         tab = tabForMessage(msg);
     else if (tab = findTab(sender); tab == nullptr)
         tab = topTab;
-    const QString text = msg->paramsFrom(1, true);
-    tab->notice(sender, text);
-    if (fromServer)
-        tab->happened();
-    else
-        spoke(tab, msg, text);
+    const auto e =
+        newEvent(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
+    tab->notice(sender, e.text);
+    tab->happened(e);
 }
 
 void ircsession::parseMessage(ircmessage *msg)
 {
-    serverTab->message(msg->paramsFrom(1, true));
-    serverTab->happened();
+    const auto e = newEvent(event::kind::reply, msg, msg->paramsFrom(1, true));
+    serverTab->message(e.text);
+    serverTab->happened(e);
 }
 
 void ircsession::parseCtcp(ircmessage *msg)
@@ -283,7 +291,7 @@ void ircsession::parseCtcp(ircmessage *msg)
     const QString keyword = msg->param(1, true).toLower();
     if (keyword == u"version") {
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
-        serverTab->happened();
+        serverTab->happened(newEvent(event::kind::reply));
         if (mayAnswer())
             conn.sendCtcpReply(sender, u"VERSION Parlo " + parloVersion);
     } else if (keyword == u"action") {
@@ -304,70 +312,74 @@ bool ircsession::mayAnswer()
 
 void ircsession::parseAction(ircmessage *msg)
 {
+    const auto e = newEvent(event::kind::action, msg, msg->paramsFrom(2, true));
     irctab *tab = tabForMessage(msg);
-    const QString text = msg->paramsFrom(2, true);
-    tab->action(msg->prefix()->nick(), text);
-    spoke(tab, msg, text);
+    tab->action(e.who.nick(), e.text);
+    tab->happened(e);
 }
 
 void ircsession::parseJoin(ircmessage *msg)
 {
-    const QString channel = msg->param(0, true);
-    if (sentByMe(msg)) {
-        newChannelTab(channel);
-    } else if (channeltab *tab = findChannelTab(channel)) {
+    const auto e = newEvent(event::kind::join, msg);
+    if (e.ours) {
+        newChannelTab(e.where);
+    } else if (channeltab *tab = findChannelTab(e.where)) {
         tab->join(msg->prefix());
-        happened(tab, msg);
+        tab->happened(e);
     }
 }
 
 void ircsession::parsePart(ircmessage *msg)
 {
-    irctab *found = findTab(msg->param(0, true));
+    const auto e = newEvent(event::kind::part, msg, msg->paramsFrom(1, true));
+    irctab *found = findTab(e.where);
     auto *tab = qobject_cast<channeltab *>(found);
     if (found != tab)
         return;
-    if (sentByMe(msg)) {
+    if (e.ours) {
         closeTab(tab);
     } else if (tab != nullptr) {
-        tab->part(msg->prefix(), msg->paramsFrom(1, true));
-        happened(tab, msg);
+        tab->part(msg->prefix(), e.text);
+        tab->happened(e);
     }
 }
 
 void ircsession::parseQuit(ircmessage *msg)
 {
-    if (sentByMe(msg))
+    auto e = newEvent(event::kind::quit, msg, msg->allParams(true));
+    e.where.clear();
+    if (e.ours)
         return;
-    forTabsWith(msg->prefix()->nick(), [&](channeltab *tab) {
-        tab->quit(msg->prefix(), msg->allParams(true));
-        happened(tab, msg);
+    forTabsWith(e.who.nick(), [&](channeltab *tab) {
+        tab->quit(msg->prefix(), e.text);
+        tab->happened(e);
     });
 }
 
 void ircsession::parseKick(ircmessage *msg)
 {
-    if (channeltab *tab = findChannelTab(msg->param(0, true))) {
-        tab->kick(msg->prefix(), msg->param(1, false), msg->paramsFrom(2, true));
-        happened(tab, msg);
+    const auto e = newEvent(event::kind::kick, msg, msg->paramsFrom(2, true));
+    if (channeltab *tab = findChannelTab(e.where)) {
+        tab->kick(msg->prefix(), msg->param(1, false), e.text);
+        tab->happened(e);
     }
 }
 
 void ircsession::parseNick(ircmessage *msg)
 {
-    const QString oldNick = msg->prefix()->nick();
+    auto e = newEvent(event::kind::nick, msg, msg->param(0, true));
+    e.where.clear();
     // The connection has taken our own new nick already.
-    const bool mine = conn.identity.nick() == msg->param(0, true);
-    forTabsWith(oldNick, [&](channeltab *tab) {
-        tab->nick(oldNick, msg->param(0, true));
-        if (!mine)
-            tab->happened();
+    e.ours = conn.identity.nick() == e.text;
+    forTabsWith(e.who.nick(), [&](channeltab *tab) {
+        tab->nick(e.who.nick(), e.text);
+        tab->happened(e);
     });
 }
 
 void ircsession::parseMode(ircmode *m)
 {
-    if (sameName(m->target(), conn.identity.nick()))
+    if (conn.supports.same(m->target(), conn.identity.nick()))
         serverTab->showModes(m);
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "connection.h"
+#include "event.h"
+#include "usercommands.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -29,7 +31,7 @@ public:
     /// Runs the connect dialog and connects as it says; returns when the dialog has closed.
     void showConnectDialog();
 
-    plaintab *newPlainTab(const QString &name);
+    plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query);
     /// Always opens a new tab with a new roster, whether or not there is one of that name.
     channeltab *newChannelTab(const QString &name);
     /// The oldest tab of this name, whatever the case, or null.
@@ -66,9 +68,9 @@ private:
     /// Where a PRIVMSG or an ACTION belongs: the sender's query tab or the target's tab, opened if need be.
     irctab *tabForMessage(const ircmessage *msg);
     channeltab *findChannelTab(const QString &name) const;
-    /// Mark `tab` with what `msg` has brought, unless it is our own doing.
-    void happened(irctab *tab, const ircmessage *msg) const;
-    void spoke(irctab *tab, const ircmessage *msg, const QString &text) const;
+    /// What has happened now, before anyone shows it: of the program's own, or as `msg` says it, with its `text`.
+    static struct event newEvent(event::kind what);
+    struct event newEvent(event::kind what, const ircmessage *msg, const QString &text = {}) const;
     void modesChanged(ircmode *m) const;
     /// Brings the tab of this name to the front, or opens one for talk with that nick.
     void openQuery(const QString &nick);
@@ -80,12 +82,12 @@ private:
     void forTabsWith(const QString &nick, Visit visit);
 
     tabwindow *mainWindow;
+    connection conn;
     /// In the order of their creation; the server tab is first.
     std::vector<std::unique_ptr<irctab>> tabs;
     plaintab *serverTab;
-    /// The tab that last came to the front by the user's hand; never one that is gone.
+    /// The tab that the user last brought to the front; never one that is gone.
     irctab *topTab;
-    connection conn;
     irctab *closingTab = nullptr;
     QElapsedTimer clock;
     /// When, by the clock, the last requests were answered.

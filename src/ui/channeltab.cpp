@@ -2,15 +2,19 @@
 #include "channeltab.h"
 
 #include "box.h"
+#include "fingerstyle.h"
 #include "ircchannel.h"
 #include "ircmode.h"
 #include "ircuser.h"
 #include "ircuserbox.h"
 #include "ircview.h"
+#include "isupport.h"
 #include "tabwindow.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -24,19 +28,22 @@ constexpr int userBoxWidth = 70;
 channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tabName)
     : irctab(window, tabName), channel(roster)
 {
+    rules = &channel->rules();
     splitBox = new QWidget(page);
     auto *row = box<QHBoxLayout>(splitBox);
     page->layout()->addWidget(splitBox);
     addView(splitBox);
     toggleButton = new QPushButton(u">"_s, view);
     toggleButton->setAccessibleName(tr("Hide the members"));
+    toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
+    fingerstyle::apply(view->horizontalScrollBar());
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
     userBox->setMaximumWidth(userBoxWidth);
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
-    addInput([this] { return nicks(); });
+    addInput(usercommands::place::channel, [this] { return nicks(); });
     if (!mainWindow->prefs().userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
@@ -48,8 +55,10 @@ void channeltab::showHideUserlist()
     toggleButton->setText(userListShown ? u"<"_s : u">"_s);
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
-    // Of no width it is still there for the keyboard.
-    userBox->setFocusPolicy(userListShown ? Qt::StrongFocus : Qt::NoFocus);
+    // Of no width it would still take the keyboard.
+    userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
+    if (userBox->hasFocus())
+        input->setFocus();
     mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();
@@ -108,7 +117,7 @@ void channeltab::endofnames()
 
 void channeltab::mode(ircmode *m)
 {
-    if (!sameName(m->target(), tabName()))
+    if (!rules->same(m->target(), tabName()))
         return;
     channel->mode(m);
     userBox->fill(channel);

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "completion.h"
 
+#include "isupport.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 bool isNick(const QString &word)
 {
-    return !word.startsWith(u'#') && !word.startsWith(u'&') && !word.startsWith(u'/');
+    return !isupport::classic().isChannel(word) && !word.startsWith(u'/');
 }
 
 } // namespace
@@ -25,6 +27,9 @@ completion::completion(const typedline &line, const QStringList &words)
             fitting.append(word + (start == 0 && isNick(word) ? u": "_s : u" "_s));
     }
     fitting.removeDuplicates();
+    // Each of them brings the space behind it.
+    if (after.startsWith(u' '))
+        after.remove(0, 1);
 }
 
 typedline completion::next(const typedline &line, bool back)

@@ -3,15 +3,13 @@
 
 #include <QProxyStyle>
 
-/// The style of the program, but for what a finger would miss: the buttons that scroll tabs, and scroll bars.
+/// The style of the program, but for what a finger would miss: the buttons that scroll tabs, scroll bars, and
+/// the button in the corner between them.
 class fingerstyle : public QProxyStyle
 {
     Q_OBJECT
 
 public:
-    /// So many pixels a finger can hit.
-    static constexpr int fingerSize = 28;
-
     /// Gives `widget` this style.
     static void apply(QWidget *widget);
 

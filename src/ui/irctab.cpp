@@ -3,11 +3,13 @@
 
 #include "box.h"
 #include "chatinput.h"
-#include "connection.h"
+#include "event.h"
 #include "findbar.h"
 #include "ircmode.h"
 #include "ircuser.h"
 #include "ircview.h"
+#include "isupport.h"
+#include "lineend.h"
 #include "tabbar.h"
 #include "tabwindow.h"
 
@@ -19,13 +21,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// So many are remembered for the Tab key.
+/// How many are remembered for the Tab key.
 constexpr qsizetype maxSpeakers = 50;
+
+tabbar::news newsOf(const event &what)
+{
+    if (what.forUs)
+        return tabbar::news::personal;
+    return what.isTalk() ? tabbar::news::message : tabbar::news::event;
+}
 
 } // namespace
 
 irctab::irctab(tabwindow *window, QString tabName)
-    : QWidget(window->widgetStack), mainWindow(window), name(std::move(tabName))
+    : QWidget(window->widgetStack), mainWindow(window), rules(&isupport::classic()), name(std::move(tabName))
 {
     // A child that was never hidden would be shown with its parent, over the pages.
     hide();
@@ -54,14 +63,15 @@ void irctab::addView(QWidget *parent)
     parent->layout()->addWidget(view);
 }
 
-void irctab::addInput(std::function<QStringList()> nicks)
+void irctab::addInput(usercommands::place where, std::function<QStringList()> nicks)
 {
     auto *search = new findbar(view, page);
     page->layout()->addWidget(search);
     // Only the page in front is visible, and a hidden one hears no shortcut.
     connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
 
-    auto *line = new chatinput(page, [this, nicks = std::move(nicks)] { return words(nicks()); });
+    auto *line =
+        new chatinput(page, [this, where, nicks = std::move(nicks)] { return words(where, nicks()); });
     line->setAccessibleName(tr("Message to %1").arg(name));
     input = line;
     connect(input, &QLineEdit::returnPressed, this, &irctab::userInput);
@@ -71,7 +81,7 @@ void irctab::addInput(std::function<QStringList()> nicks)
     input->setFocus();
 }
 
-QStringList irctab::words(QStringList nicks) const
+QStringList irctab::words(usercommands::place where, QStringList nicks) const
 {
     for (const QString &speaker : speakers) {
         const qsizetype place = nicks.indexOf(speaker);
@@ -79,13 +89,10 @@ QStringList irctab::words(QStringList nicks) const
             nicks.move(place, 0);
     }
     for (const QString &label : mainWindow->tabBar->labels()) {
-        if (connection::isChannel(label))
+        if (rules->isChannel(label))
             nicks.append(label);
     }
-    for (const QString &command : connection::commandWords())
-        nicks.append(u'/' + command.toLower());
-    nicks.append(u"/close"_s);
-    return nicks;
+    return nicks + usercommands::wordsIn(where);
 }
 
 bool irctab::isInFront() const
@@ -93,15 +100,13 @@ bool irctab::isInFront() const
     return mainWindow->tabBar->currentTab() == tabId;
 }
 
-void irctab::happened()
+void irctab::happened(const struct event &what)
 {
-    mainWindow->tabBar->addNews(tabId, tabbar::news::event);
-}
-
-void irctab::spoke(const QString &nick, bool personal)
-{
-    mainWindow->tabBar->addNews(tabId, personal ? tabbar::news::personal : tabbar::news::message);
-    if (!speakers.isEmpty() && speakers.last() == nick)
+    if (what.ours)
+        return;
+    mainWindow->tabBar->addNews(tabId, newsOf(what));
+    const QString nick = what.who.nick();
+    if (!what.isTalk() || (!speakers.isEmpty() && speakers.last() == nick))
         return;
     speakers.removeOne(nick);
     speakers.append(nick);
@@ -129,11 +134,9 @@ void irctab::action(const QString &nick, const QString &text)
     view->action(nick, text);
 }
 
-void irctab::addRawLine(QString line)
+void irctab::addRawLine(const QString &line)
 {
-    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
-        line.chop(1);
-    view->addLine(line);
+    view->addLine(withoutLineEnd(line));
 }
 
 void irctab::quit(ircuser *who, const QString &reason)
@@ -143,7 +146,7 @@ void irctab::quit(ircuser *who, const QString &reason)
 
 void irctab::modes(ircmode *m)
 {
-    if (sameName(m->target(), name))
+    if (rules->same(m->target(), name))
         view->modes(m);
 }
 
@@ -164,7 +167,8 @@ void irctab::tabBarClicked(int id)
     if (id != tabId)
         return;
     mainWindow->widgetStack->setCurrentWidget(page);
-    input->setFocus();
+    if (!mainWindow->tabBar->frontStays())
+        input->setFocus();
     view->scrollToBottom();
     Q_EMIT amTopTab(this);
 }

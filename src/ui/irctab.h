@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "usercommands.h"
+
 #include <QWidget>
 
 #include <functional>
 
 class QLineEdit;
+struct event;
 class ircmode;
 class ircuser;
 class ircview;
+class isupport;
 class tabwindow;
 
 /// A chat tab: an entry in the window's tab bar and a page in its stack, with a view above an input line.
@@ -24,11 +28,9 @@ public:
 
     QString tabName() const { return name; }
     bool isInFront() const;
-    /// Marks the tab: something has happened in it that is no message.
-    void happened();
-    /// Marks the tab: `nick` has said something, to us or of us if `personal`. Tab completes the last to
-    /// speak first.
-    void spoke(const QString &nick, bool personal);
+    /// Takes note of what is shown here: the tab is marked with it, unless it is ours, and Tab completes the last to speak
+    /// first.
+    void happened(const struct event &what);
 
     tabwindow *mainWindow;
     QWidget *page;
@@ -36,6 +38,8 @@ public:
     QLineEdit *input = nullptr;
     /// The identifier of the entry in the tab bar.
     int tabId;
+    /// The rules of the server.
+    const isupport *rules;
 
 public Q_SLOTS:
     void notice(const QString &nick, const QString &text);
@@ -43,7 +47,7 @@ public Q_SLOTS:
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
     /// Shows a line of the server as it came, without its line end.
-    void addRawLine(QString line);
+    void addRawLine(const QString &line);
     void quit(ircuser *who, const QString &reason);
     /// Shows a mode change, if its target is the name of this tab.
     void modes(ircmode *m);
@@ -61,12 +65,13 @@ protected:
     irctab(tabwindow *window, QString tabName);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
-    /// Makes the input line, at the bottom of the page, and gives it the focus. `nicks` names who is here.
-    void addInput(std::function<QStringList()> nicks);
+    /// Makes the input line, at the bottom of the page, and gives it the focus. `nicks` says who is here, `where` what the
+    /// tab is for: Tab completes those nicks, and the commands for such a tab.
+    void addInput(usercommands::place where, std::function<QStringList()> nicks);
 
 private:
-    /// What Tab may complete where `nicks` are.
-    QStringList words(QStringList nicks) const;
+    /// What Tab may complete in such a tab where `nicks` are.
+    QStringList words(usercommands::place where, QStringList nicks) const;
 
     QString name;
     /// Who has spoken here, the last one last.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ircview.h"
 
+#include "colourcode.h"
 #include "ircmode.h"
 
 using namespace Qt::StringLiterals;
@@ -27,15 +28,6 @@ QString leaving()
 QString inBrackets(const QString &reason)
 {
     return u" (" + reason + u')';
-}
-
-/// Reads up to two decimal digits at `i`, which moves behind them; -1 when there is none.
-int readNumber(const QString &text, qsizetype &i)
-{
-    int number = -1;
-    for (int digits = 0; digits < 2 && i < text.size() && text[i].digitValue() >= 0; ++digits, ++i)
-        number = qMax(number, 0) * 10 + text[i].digitValue();
-    return number;
 }
 
 } // namespace
@@ -131,12 +123,11 @@ QString ircview::ircToHtml(const QString &text)
             break;
         case 0x03: {
             close(colour, "</font>"_L1);
-            const int number = readNumber(text, i);
-            if (i < text.size() && text[i] == u',')
-                readNumber(text, ++i);
-            if (number < 1 || number > 15)
+            const colourcode code(QStringView(text).sliced(i));
+            i += code.length;
+            if (code.colour < 1 || code.colour > 15)
                 break;
-            html += "<font color=\""_L1 + colours[number - 1] + "\">"_L1;
+            html += "<font color=\""_L1 + colours[code.colour - 1] + "\">"_L1;
             colour = true;
             break;
         }

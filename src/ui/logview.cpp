@@ -2,17 +2,15 @@
 #include "logview.h"
 
 #include "fingerstyle.h"
+#include "lineend.h"
 #include "loglayout.h"
 #include "richline.h"
 #include "weblink.h"
 
-#include <QApplication>
 #include <QDesktopServices>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QScrollPrepareEvent>
-#include <QScroller>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 
@@ -23,14 +21,10 @@ namespace {
 /// While lines keep coming, the view is laid out and painted once in so many milliseconds.
 constexpr int frameMs = 40;
 
-bool byFinger(const QMouseEvent &event)
-{
-    return event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
-}
-
 } // namespace
 
-logview::logview(QWidget *parent) : QPlainTextEdit(parent)
+logview::logview(QWidget *parent)
+    : QPlainTextEdit(parent), links([this](const QPoint &point) { return addressAt(point); }), fingers(this)
 {
     auto *document = new QTextDocument(this);
     document->setUndoRedoEnabled(false);
@@ -46,11 +40,6 @@ logview::logview(QWidget *parent) : QPlainTextEdit(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     log->setBackground(palette().base().color());
     viewport()->setMouseTracking(true);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
-    QScrollerProperties kinetic;
-    kinetic.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
-                            QScrollerProperties::OvershootAlwaysOff);
-    QScroller::scroller(viewport())->setScrollerProperties(kinetic);
     frame.setSingleShot(true);
     // What nobody sees is not laid out: with many tabs that would take long.
     connect(&frame, &QTimer::timeout, this, [this] {
@@ -67,9 +56,6 @@ logview::~logview()
 
 void logview::addLine(const QString &line)
 {
-    QStringView markup = line;
-    while (markup.endsWith(u'\n') || markup.endsWith(u'\r'))
-        markup.chop(1);
     if (!editing) {
         editing = true;
         const QTextCursor own = textCursor();
@@ -78,7 +64,7 @@ void logview::addLine(const QString &line)
         const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
         frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
     }
-    const richline rich(markup);
+    const richline rich(withoutLineEnd(QStringView(line)));
     // The format is said: otherwise it would be that of wherever the user's own cursor has been.
     if (!empty)
         pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
@@ -159,17 +145,25 @@ void logview::scrollPage(int direction)
 bool logview::findText(const QString &text, bool newer)
 {
     settle();
-    if (!textCursor().hasSelection())
-        moveCursor(QTextCursor::End);
+    QTextCursor from = textCursor();
+    if (!from.hasSelection())
+        from.movePosition(QTextCursor::End);
     const auto direction = newer ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
-    if (find(text, direction))
-        return true;
-    const QTextCursor before = textCursor();
-    moveCursor(newer ? QTextCursor::Start : QTextCursor::End);
-    if (find(text, direction))
-        return true;
-    setTextCursor(before);
-    return false;
+    QTextCursor found = document()->find(text, from, direction);
+    if (found.isNull()) {
+        from.movePosition(newer ? QTextCursor::Start : QTextCursor::End);
+        found = document()->find(text, from, direction);
+    }
+    if (found.isNull())
+        return false;
+    setTextCursor(found);
+    return true;
+}
+
+QString logview::selectedLine() const
+{
+    const QString line = document()->findBlock(textCursor().selectionStart()).text();
+    return QString(line).remove(richline::breakHere);
 }
 
 void logview::changeEvent(QEvent *event)
@@ -191,14 +185,16 @@ void logview::keyPressEvent(QKeyEvent *event)
 
 void logview::mousePressEvent(QMouseEvent *event)
 {
+    if (event->button() == Qt::LeftButton)
+        links.press(event->position().toPoint());
     settle();
-    pressedAt = event->position().toPoint();
-    if (byFinger(*event))
+    if (fingerscroll::isFinger(*event))
         return;
-    // A press inside of a selection could begin to drag it. A drag runs an event loop of its own, in which
-    // the server may close this tab; and the text can be pasted anyway.
+    // A press inside of a selection could begin to drag it, unless it extends it, which Shift alone does. A
+    // drag runs an event loop of its own, in which the server may close this tab; and the text can be pasted
+    // anyway.
     QTextCursor own = textCursor();
-    const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+    const bool extends = event->modifiers() == Qt::ShiftModifier;
     if (event->button() == Qt::LeftButton && own.hasSelection() && !extends) {
         own.clearSelection();
         setTextCursor(own);
@@ -208,32 +204,29 @@ void logview::mousePressEvent(QMouseEvent *event)
 
 void logview::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (!byFinger(*event))
+    if (!fingerscroll::isFinger(*event))
         QPlainTextEdit::mouseDoubleClickEvent(event);
 }
 
 void logview::mouseMoveEvent(QMouseEvent *event)
 {
-    if (byFinger(*event))
+    if (fingerscroll::isFinger(*event))
         return;
     QPlainTextEdit::mouseMoveEvent(event);
-    const bool link = event->buttons() == Qt::NoButton && addressAt(event->position().toPoint()).isValid();
-    viewport()->setCursor(link ? Qt::PointingHandCursor : Qt::IBeamCursor);
+    const bool rests = event->buttons() == Qt::NoButton;
+    viewport()->setCursor(rests ? links.cursorAt(event->position().toPoint()) : Qt::IBeamCursor);
 }
 
 void logview::mouseReleaseEvent(QMouseEvent *event)
 {
-    const QPoint point = event->position().toPoint();
-    if (!byFinger(*event))
+    const bool finger = fingerscroll::isFinger(*event);
+    if (!finger)
         QPlainTextEdit::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton)
         return;
-    if (textCursor().hasSelection() && !byFinger(*event))
+    if (textCursor().hasSelection() && !finger)
         return copy();
-    if ((point - pressedAt).manhattanLength() < QApplication::startDragDistance()) {
-        if (const QUrl address = addressAt(point); address.isValid())
-            QDesktopServices::openUrl(address);
-    }
+    links.release(event->position().toPoint());
 }
 
 void logview::wheelEvent(QWheelEvent *event)
@@ -245,25 +238,13 @@ void logview::wheelEvent(QWheelEvent *event)
         QPlainTextEdit::wheelEvent(event);
 }
 
-// A finger's way is measured in pixels, the scroll bar of a QPlainTextEdit in lines.
 bool logview::viewportEvent(QEvent *event)
 {
-    const qreal height = QFontMetricsF(document()->defaultFont()).lineSpacing();
-    QScrollBar *bar = verticalScrollBar();
-    if (event->type() == QEvent::ScrollPrepare) {
+    if (event->type() == QEvent::ScrollPrepare)
         settle();
-        auto *prepare = static_cast<QScrollPrepareEvent *>(event);
-        prepare->setViewportSize(viewport()->size());
-        prepare->setContentPosRange({0, 0, 0, bar->maximum() * height});
-        prepare->setContentPos({0, bar->value() * height});
-        prepare->accept();
-        return true;
-    }
-    if (event->type() == QEvent::Scroll) {
-        bar->setValue(qRound(static_cast<QScrollEvent *>(event)->contentPos().y() / height));
-        return true;
-    }
-    return QPlainTextEdit::viewportEvent(event);
+    // The scroll bar of a QPlainTextEdit counts lines.
+    const qreal height = QFontMetricsF(document()->defaultFont()).lineSpacing();
+    return fingers.scroll(event, height) || QPlainTextEdit::viewportEvent(event);
 }
 
 QUrl logview::addressAt(const QPoint &point) const

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fingerscroll.h"
+#include "linkclick.h"
+
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -31,6 +34,8 @@ public:
     /// Selects the nearest `text` above what is selected, or below where `newer` says so, whatever its case,
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
+    /// The text of the line that the selection begins in.
+    QString selectedLine() const;
     /// Opens the web address that the selection begins in, if it does.
     void openSelected() const;
 
@@ -66,5 +71,6 @@ private:
     QElapsedTimer sinceFrame;
     /// Where the document ended before the edit, if what the user had selected ended there; else -1.
     int selectedEnd = -1;
-    QPoint pressedAt;
+    linkclick links;
+    fingerscroll fingers;
 };

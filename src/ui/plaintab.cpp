@@ -3,10 +3,13 @@
 
 #include "ircview.h"
 
-plaintab::plaintab(tabwindow *window, const QString &tabName) : irctab(window, tabName)
+plaintab::plaintab(tabwindow *window, const QString &tabName, usercommands::place where)
+    : irctab(window, tabName)
 {
     addView(page);
-    addInput([tabName] { return QStringList{tabName}; });
+    addInput(where, [where, tabName] {
+        return where == usercommands::place::query ? QStringList{tabName} : QStringList();
+    });
     Q_EMIT amTopTab(this);
 }
 

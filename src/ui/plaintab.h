@@ -9,7 +9,7 @@ class plaintab : public irctab
     Q_OBJECT
 
 public:
-    plaintab(tabwindow *window, const QString &name);
+    plaintab(tabwindow *window, const QString &name, usercommands::place where = usercommands::place::query);
 
     /// Shows a mode change whatever its target: in the server tab, those of the user's own nick.
     void showModes(ircmode *m);

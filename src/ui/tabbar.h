@@ -7,7 +7,8 @@
 
 /// A tab bar whose tabs keep one identifier for life; QTabBar's own indices shift when a tab goes.
 ///
-/// A tab with news shows it by the colour of its text until it is selected. Ctrl+PageUp, Ctrl+PageDown and
+/// A tab with news shows it by the colour of its text until it is selected; while it is scrolled out of sight, a
+/// mark at that end of the bar shows it. Ctrl+PageUp, Ctrl+PageDown and
 /// Ctrl+Tab walk through the tabs, Alt+1 to Alt+9 go to one, Alt+A to the next one with the most urgent news.
 class tabbar : public QTabBar
 {
@@ -26,6 +27,9 @@ public:
     int currentTab() const;
     /// Removes a tab; then selected() names the tab that is in front, whether or not it has changed.
     void removeTab(int id);
+    /// Whether selected() is emitted only because another tab goes: the one in front stays, and the user has
+    /// chosen nothing.
+    bool frontStays() const { return m_frontStays; }
     /// The labels, from left to right.
     QStringList labels() const;
     /// Marks a tab, unless it is in front or marked with something more urgent.
@@ -37,6 +41,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     /// As wide as its label, within limits: longer ones elide in the middle, and tabs that do not fit scroll.
     QSize tabSizeHint(int index) const override;
     QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
@@ -48,10 +53,16 @@ private:
     void addShortcuts();
     void step(int by);
     void goToNews();
+    news newsAt(int index) const;
+    /// Readable on this bar; invalid for none.
+    QColor colourOf(news what) const;
     /// Shows the news of the tab at `index`, by colour and to a screen reader.
     void showNews(int index);
+    /// The part of the bar that shows tabs: what the buttons that scroll them leave.
+    QRect inSight() const;
 
     int nextId = 0;
+    bool m_frontStays = false;
     /// By identifier; those without are not in it.
     QMap<int, news> unread;
 };

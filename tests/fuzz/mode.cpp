@@ -17,7 +17,7 @@ void fuzz(const QByteArray &input)
 {
     connection conn;
     peer server(conn.socket);
-    ircchannel channel(u"#parlo"_s);
+    ircchannel channel(u"#parlo"_s, conn.supports);
     bool listing = false;
     qsizetype letters = 0;
     const auto on = [&](auto signal, auto change) {

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// `line`, a text of whatever type, without the CR and LF at its end, in any order and number.
+template <typename Text>
+Text withoutLineEnd(Text line)
+{
+    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
+        line.chop(1);
+    return line;
+}
