@@ -25,7 +25,7 @@ class connection : public QObject
 public:
     connection();
 
-    /// Registers as `nick` with `server`; `port` 0 is 6667, an empty user or real name takes the default.
+    /// Registers as `nick` with `server`; `port` 0 is `ircPort`, an empty user or real name takes the default.
     /// Reports an empty nick or server through errormsg() and does nothing else then. An earlier connection
     /// is dropped.
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,

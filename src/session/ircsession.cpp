@@ -12,6 +12,7 @@
 #include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
+#include "version.h"
 
 #include <QDateTime>
 #include <QTimer>
@@ -292,7 +293,7 @@ void ircsession::parseCtcp(ircmessage *msg)
         serverTab->message(u"Recieved CTCP VERSION from " + sender);
         serverTab->happened(newEvent(event::kind::reply));
         if (mayAnswer())
-            conn.sendCtcpReply(sender, u"VERSION Parlo 0.2"_s);
+            conn.sendCtcpReply(sender, u"VERSION Parlo " + parloVersion);
     } else if (keyword == u"action") {
         parseAction(msg);
     }

@@ -44,7 +44,7 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
     addInput(usercommands::place::channel, [this] { return nicks(); });
-    if (!mainWindow->prefs.userListShown)
+    if (!mainWindow->prefs().userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
 }
@@ -59,7 +59,7 @@ void channeltab::showHideUserlist()
     userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
     if (userBox->hasFocus())
         input->setFocus();
-    mainWindow->prefs.userListShown = userListShown;
+    mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();
     view->scrollToBottom();
