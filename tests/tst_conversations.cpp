@@ -9,7 +9,7 @@
 //   <~ TEXT                   the server sends this, without a line end
 //   -> LINE                   Parlo must have sent this line next
 //   deaf                      the server reads nothing from now on
-//   close                     the server closes the connection
+//   close                     the server sends at once what it has to say, and closes the connection
 //   gone                      the server sees the connection end
 //   (TAB) TEXT                the user types a text into a tab and presses Return
 //   [TAB] LINE                the tab must show this line next
@@ -152,7 +152,12 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          QCOMPARE(QString::fromLatin1(t.client->readLine()), p.all + u"\r\n");
      }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
-    {"close"_L1, [](auto &t, auto &) { t.client->disconnectFromHost(); }},
+    {"close"_L1,
+     [](auto &t, auto &) {
+         while (t.client->waitForBytesWritten(100)) {
+         }
+         t.client->disconnectFromHost();
+     }},
     {"gone"_L1, [](auto &t, auto &) { QTRY_COMPARE(t.client->state(), QTcpSocket::UnconnectedState); }},
     {"()"_L1,
      [](auto &t, auto &p) {
@@ -160,7 +165,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          t.person->press(p.first, u"Return"_s);
      }},
     {"[]"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->nextLine(p.first), p.rest); }},
-    {"{}"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->members(p.first), p.rest); }},
+    {"{}"_L1,
+     [](auto &t, auto &p) {
+         QCoreApplication::processEvents(); // the list follows its roster a moment later
+         QTRY_COMPARE(t.person->members(p.first), p.rest);
+     }},
     {"sees"_L1,
      [](auto &t, auto &p) {
          QString line = u""_s;
