@@ -90,6 +90,10 @@ void connection::openAddress(const ircaddress &address, int port)
     dropLink();
     useManners(manners::today());
     destination to = std::exchange(details, {});
+    // Whoever comes back to a server comes back to its channels.
+    const QStringList wanted = address.channels() + to.channels;
+    if (address.host() != keeper.where().address.host() || !wanted.isEmpty())
+        channels = wanted;
     to.address = address;
     to.port = address.port(port, to.port);
     keeper.start(to);

@@ -33,6 +33,10 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
     int port = 0;
     args.setIntegerBase(10); // a leading 0 is no octal number to a user
     args >> port;
+    if (const ircaddress address(host); address.isValid() && !address.account().isEmpty()) {
+        Q_EMIT conn.passwordWanted(host, port);
+        return;
+    }
     conn.connectToServer(host, port, conn.identity.nick(), conn.identity.user(), conn.identity.realname());
 }
 
@@ -238,9 +242,8 @@ QStringList usercommands::wordsIn(place where, bool more)
 {
     QStringList words;
     for (const usercommand &c : commands) {
-        if ((c.since == era::classic || more) &&
-            (c.where == scope::anywhere || where == place::channel ||
-             (where == place::query && c.where == scope::conversations)))
+        if ((c.since == era::classic || more) && (c.where == scope::anywhere || where == place::channel ||
+                                                  (where == place::query && c.where == scope::conversations)))
             words.append(u'/' + QString(c.word).toLower());
     }
     return words;
