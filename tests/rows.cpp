@@ -2,6 +2,7 @@
 #include "rows.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -12,6 +13,10 @@ QString unescaped(QString text)
         text.chop(1);
     for (char16_t c = 0; c < 0x20; ++c)
         text.replace(u'^' + QString(QChar(c + 0x40)), QString(QChar(c)));
+    static const QRegularExpression many(u"\\$(\\d+)(.)"_s);
+    for (QRegularExpressionMatch found; (found = many.match(text)).hasMatch();)
+        text.replace(found.capturedStart(), found.capturedLength(),
+                     QString(found.captured(1).toInt(), found.captured(2).front()));
     return text;
 }
 

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QStringList>
+#include "chatinput.h"
+#include "ircview.h"
+#include "parlo.h"
+#include "tabbar.h"
+
+#include <QPushButton>
+#include <QStackedWidget>
 #include <QTemporaryDir>
 
 #include <memory>
-
-class QWidget;
-class parlo;
 
 /// Someone who uses Parlo: chooses a preset in the connect dialog, reads the tabs and types into them. Knows
 /// of the program only what is on the screen.
@@ -21,24 +24,22 @@ public:
     /// The classes of the widgets in `window` that can have the keyboard and no name for a screen reader.
     static QStringList nameless(const QWidget &window);
 
-    user();
-    ~user();
+    user() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
 
     /// Opens Parlo and connects to the loopback `port`; joins `channels`, which commas separate.
     void connectTo(quint16 port, const QString &nick, const QString &channels);
 
     /// What the tab bar reads, from left to right.
-    QStringList tabs() const;
-    QString frontTab() const;
+    QStringList tabs() const { return m_window->tabBar->labels(); }
+    QString frontTab() const { return tabs().value(m_window->tabBar->currentIndex()); }
     /// Clicks the tab called `tab`. The second one of a name is called "name/2".
     void select(const QString &tab);
-    void type(const QString &tab, const QString &text);
-    /// Types a text without Return, then presses `keys` ("Ctrl+PgUp Tab") there, or where the keyboard
-    /// is if no tab is named.
-    void edit(const QString &tab, const QString &text);
+    /// Types a text without Return.
+    void edit(const QString &tab, const QString &text) const { in<chatinput>(tab)->setText(text); }
+    /// Presses `keys` ("Ctrl+PgUp Tab") in the input line, or where the keyboard is if no tab is named.
     void press(const QString &tab, const QString &keys);
     /// What stands in the input line.
-    QString input(const QString &tab) const;
+    QString input(const QString &tab) const { return in<chatinput>(tab)->text(); }
     /// The line with the selection in a tab, and what is selected there, after a "/".
     QString selected(const QString &tab) const;
     /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
@@ -47,12 +48,13 @@ public:
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.
     void choose(const QString &tab, const QString &nick);
-    /// The lines of a tab; none when there is no such tab.
-    QStringList lines(const QString &tab) const;
+    /// The size of the window, how many points larger than usual the tab's text is, and whether its members
+    /// are "shown" or "hidden".
+    QString looks(const QString &tab) const;
     /// The next line of a tab that was not asked for yet; waits for it. Null when none comes.
     QString nextLine(const QString &tab);
     /// Lines that nobody has asked for, each as "tab: line".
-    QStringList unreadLines() const;
+    QStringList unreadLines();
     /// The member list of a tab: nicks, each with the sign of the ball in front of it.
     QString members(const QString &tab) const;
 
@@ -60,8 +62,16 @@ public:
 
 private:
     int indexOf(const QString &tab) const;
-    QWidget *pageOf(const QString &tab) const;
-    int linesRead(const QString &tab) const;
+    /// Pages stand in the stack in the order of the tabs.
+    QWidget *pageOf(const QString &tab) const { return m_window->widgetStack->widget(indexOf(tab)); }
+    /// The part of this kind in a tab.
+    template <typename Part>
+    Part *in(const QString &tab) const
+    {
+        return pageOf(tab)->findChild<Part *>();
+    }
+    /// The next line of a page that was not asked for yet. Null when there is none.
+    static QString takeLine(QWidget *page);
 
     QTemporaryDir home;
     std::unique_ptr<parlo> m_window;

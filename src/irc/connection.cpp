@@ -17,8 +17,8 @@ constexpr int defaultPort = 6667;
 /// In one turn of the event loop, lines are handled for this long: about 1,000 common ones. So the window stays alive
 /// when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot change more modes; each is asked of every channel tab.
-constexpr qsizetype maxModes = 512;
+/// A line of 512 bytes (RFC 1459, 2.3) cannot hold more letters; each is asked of every channel tab.
+constexpr int maxModes = 512;
 /// In bytes, how much of ours may wait for a server that does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
 /// What makes a text an action: "ACTION ", and a mark before and behind it.
@@ -61,7 +61,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
         Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
         return;
     }
-    const ircaddress address(host);
+    const ircaddress address = ircaddress::isMeant(host) ? ircaddress(host) : ircaddress();
     if (!address.error().isEmpty()) {
         Q_EMIT errormsg(address.error());
         return;
@@ -369,11 +369,14 @@ void connection::handleMode(ircmessage *msg)
     const bool onChannel = isChannel(all.target());
     QChar sign = u'+';
     int next = 0;
-    for (const QChar c : all.modes().left(maxModes)) {
+    int letters = 0;
+    for (const QChar c : all.modes()) {
         if (c == u'+' || c == u'-') {
             sign = c;
             continue;
         }
+        if (++letters > maxModes)
+            break;
         const bool takesArgument = onChannel && supports.takesArgument(sign, c);
         const QString argument = takesArgument ? all.arg(next++) : QString();
         ircmode one(all, sign, c, argument);

@@ -6,7 +6,6 @@
 #include <QNetworkProxy>
 #include <QTemporaryDir>
 
-#include <sys/socket.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -42,35 +41,13 @@ void require(bool holds, const char *what)
         qFatal("does not hold: %s", what);
 }
 
-qsizetype linesOnWire(QByteArray bytes)
+QByteArrayList linesOnWire(const QByteArray &bytes)
 {
-    const qsizetype size = bytes.size();
-    require(bytes.isEmpty() || bytes.endsWith("\r\n"), "what is written ends with CR LF");
-    bytes.replace("\r\n", "");
-    require(!bytes.contains('\r') && !bytes.contains('\n') && !bytes.contains('\0'), "a line is one line");
-    return (size - bytes.size()) / 2;
-}
-
-peer::peer(QTcpSocket &client) : far(client)
-{
-    int ends[2];
-    require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0, "there are sockets");
-    near.setSocketDescriptor(ends[0]);
-    far.setSocketDescriptor(ends[1]);
-}
-
-void peer::send(const QByteArray &bytes)
-{
-    near.write(bytes);
-    near.flush();
-    far.waitForReadyRead(0);
-    while (far.canReadLine())
-        QCoreApplication::processEvents();
-}
-
-qsizetype peer::received()
-{
-    far.flush();
-    near.waitForReadyRead(0);
-    return linesOnWire(near.readAll());
+    QByteArrayList lines = bytes.split('\n');
+    require(lines.takeLast().isEmpty(), "what is written ends with CR LF");
+    for (QByteArray &line : lines) {
+        require(line.indexOf('\r') == line.size() - 1 && !line.contains('\0'), "a line is one line");
+        line.chop(1);
+    }
+    return lines;
 }

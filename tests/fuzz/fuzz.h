@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QTcpSocket>
+#include <QByteArrayList>
 
 /// The target: does with `input` what a stranger would, and requires what must hold whatever that is. Each
 /// program has one. libFuzzer calls it with what it thinks of, replay.cpp with the files of a corpus.
@@ -10,21 +10,6 @@ void fuzz(const QByteArray &input);
 /// Ends the program, which makes the input a finding, unless `holds`.
 void require(bool holds, const char *what);
 
-/// Counts the lines in what was written to a connection, and requires that they are lines: each ends with CR
-/// LF and has no CR, LF or U+0000 inside.
-qsizetype linesOnWire(QByteArray bytes);
-
-/// The server's end of a connection, without a network below it.
-class peer
-{
-public:
-    explicit peer(QTcpSocket &client);
-    /// Sends bytes, which the client has handled on return.
-    void send(const QByteArray &bytes);
-    /// So many lines has the client written since the last time.
-    qsizetype received();
-
-private:
-    QTcpSocket &far;
-    QTcpSocket near;
-};
+/// The lines in what was written to a connection, and requires that they are lines: each ends with CR LF and
+/// has no CR, LF or U+0000 inside.
+QByteArrayList linesOnWire(const QByteArray &bytes);

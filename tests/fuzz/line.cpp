@@ -24,6 +24,7 @@ static void check(QString line)
         joined += u' ' + word;
     }
     require(joined.endsWith(message.allParams(false)), "one space joins the words");
+    require(message.joinParams(0, 1, true) == message.param(0, true), "a word alone is that word");
     if (message.isCtcp()) {
         require(!message.param(1, true).contains(u'\1'), "the first mark of a CTCP is gone");
         require(!message.param(count - 1, true).contains(u'\1'), "the last mark of a CTCP is gone");
