@@ -37,7 +37,7 @@ constexpr faultrow rows[] = {
     {passwordNeedsTls, lasting, "Not connected: a password needs ircs://"_L1},
     {noPassword, lasting, "No password for the account DETAIL"_L1},
     {loginRefused, lasting, "Not logged in: wrong account or password"_L1},
-    {noMechanism, lasting, "This server offers no login that Parlo knows"_L1},
+    {noMechanism, passing, "This server offers no login that Parlo knows"_L1},
     {silentServices, passing, "The login service does not answer"_L1},
     {noNickLeft, lasting, "No nick is free: choose one with /nick, then /server"_L1},
     {serverRefuses, lasting, "DETAIL"_L1},

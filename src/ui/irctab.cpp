@@ -177,8 +177,9 @@ void irctab::nick(const QString &oldNick, const QString &newNick)
 void irctab::userInput()
 {
     const QString text = input->text();
+    inputRefused = false;
     Q_EMIT gotUserInput(text, this);
-    if (!std::exchange(inputRefused, false))
+    if (!inputRefused)
         input->clear();
 }
 
