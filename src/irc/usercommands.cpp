@@ -33,6 +33,10 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
     int port = 0;
     args.setIntegerBase(10); // a leading 0 is no octal number to a user
     args >> port;
+    // Another host has other channels, and theirs may have keys.
+    const ircaddress address(host);
+    if ((address.isValid() || conn.manner.negotiates) && address.host() != conn.keeper.where().address.host())
+        conn.channels.clear();
     conn.connectToServer(host, port, conn.identity.nick(), conn.identity.user(), conn.identity.realname());
 }
 
@@ -50,7 +54,11 @@ void quote(connection &conn, QTextStream &args, const QString & /*target*/)
 void msg(connection &conn, QTextStream &args, const QString & /*target*/)
 {
     const QString to = word(args);
-    conn.sendPrivmsg(to, rest(args));
+    const QString text = rest(args);
+    if (!conn.manner.mindsSending)
+        conn.sendPrivmsg(to, text);
+    else if (!conn.say(to, text, false))
+        Q_EMIT conn.tooLong();
 }
 
 void join(connection &conn, QTextStream &args, const QString & /*target*/)
@@ -238,9 +246,8 @@ QStringList usercommands::wordsIn(place where, bool more)
 {
     QStringList words;
     for (const usercommand &c : commands) {
-        if ((c.since == era::classic || more) &&
-            (c.where == scope::anywhere || where == place::channel ||
-             (where == place::query && c.where == scope::conversations)))
+        if ((c.since == era::classic || more) && (c.where == scope::anywhere || where == place::channel ||
+                                                  (where == place::query && c.where == scope::conversations)))
             words.append(u'/' + QString(c.word).toLower());
     }
     return words;
