@@ -46,10 +46,22 @@ QStringList user::nameless(const QWidget &window)
     return classes;
 }
 
-void user::connectTo(quint16 port, const QString &nick, const QString &channels)
+void user::connectTo(const QString &server, quint16 port, const QString &nick, const QString &channels,
+                     const QMap<QString, QString> &more)
 {
-    const preset p{u"test"_s, u"127.0.0.1"_s, port, nick, {}, preset::splitChannels(channels)};
+    preset p;
+    p.name = u"test"_s;
+    p.server = server;
+    p.port = port;
+    p.nick = nick;
+    p.channels = preset::splitChannels(channels);
     preset::save(u"parlo"_s, {p});
+    {
+        Config file(u"parlo"_s);
+        file.setGroup(u"Preset0"_s);
+        for (auto entry = more.begin(); entry != more.end(); ++entry)
+            file.writeEntry(entry.key(), entry.value());
+    }
     // The dialog is modal: this runs inside of it.
     QTimer::singleShot(0, [] {
         auto *dialog = qobject_cast<connectbox *>(QApplication::activeModalWidget());
