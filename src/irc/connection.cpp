@@ -278,7 +278,9 @@ bool connection::follow(ircmessage *msg)
     else if (command == "QUIT"_L1 || command == "NICK"_L1)
         reclaimNick(*msg);
     noteMask(*msg);
-    // What is between the server and the program is nothing to show.
+    // What is between the server and the program is nothing to show; the nick that comes of it is told at the welcome.
+    if (!registered && (command == "432"_L1 || command == "433"_L1))
+        return false;
     return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
 }
 
