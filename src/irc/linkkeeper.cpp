@@ -165,7 +165,7 @@ void linkkeeper::keepPolicy()
 void linkkeeper::scheduleNext()
 {
     const qint64 wait = retries.nextTry(countdown::now(), QRandomGenerator::global()->generateDouble());
-    nextTry.start(static_cast<int>(wait));
+    nextTry.start(std::chrono::milliseconds(wait));
     Q_EMIT status(u"Next try in %1 s"_s.arg((wait + 500) / 1000));
 }
 
