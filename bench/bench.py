@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Measures Parlo as its users run it: the real program on an X server of its own, and a server that floods it.
+"""Measures Parlo as its users run it: the real program on an X server of its own, flooded by a server.
 
   bench.py --parlo FILE --stages FILE [--against hexchat] [--runs N]
 
-CPU is what the client itself has used (utime + stime), from the first byte of the workload until it has answered a
-PING behind it and then been idle. Nothing here leaves the loopback, and nothing stays behind."""
+CPU is the time that the client itself has used (utime + stime), from the first byte of the workload until it has
+answered the PING that follows it and is idle. Only the loopback is used, and no file or process is left behind."""
 
 import argparse
 import os
@@ -26,7 +26,7 @@ CHANNEL = "#bench"
 
 
 def talk(lines):
-    """Common talk: 20 to 120 characters from 50 nicks, one line in ten with a colour or bold."""
+    """Ordinary chat: 20 to 120 characters from 50 nicks, one line in ten with a colour or bold."""
     rng = random.Random(1)
     words = ("the quick brown fox jumps over a lazy dog while nobody looks at it and everything runs as well as it "
              "ever did").split()
@@ -103,13 +103,13 @@ class Server:
 
 
 class Client:
-    """A running client: its process, and what /proc says of it."""
+    """A running client: its process, and what /proc says about it."""
 
     process = None
 
     def launch(self, argv, home, as_nobody):
         prefix = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if as_nobody else []
-        # No session bus: one that is launched for a client outlives it, and the next one waits for the dead.
+        # No session bus: one that is started for a client outlives it, and the next client waits for it.
         env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, NO_AT_BRIDGE="1",
                    DBUS_SESSION_BUS_ADDRESS="disabled:")
         self.started = time.monotonic()
@@ -125,7 +125,7 @@ class Client:
         return int(text.split("Rss:")[1].split()[0]) / 1024
 
     def settle(self):
-        """Waits until the client has used no CPU to speak of for half a second."""
+        """Waits until the client has used almost no CPU for half a second."""
         last, since = self.cpu(), time.monotonic()
         while time.monotonic() - since < 0.5:
             time.sleep(0.05)
@@ -176,7 +176,7 @@ def start_hexchat(client, _args, server, home):
 
 
 def run(start, args, flood):
-    """One start of a client and everything that is measured on it, as {figure: value}."""
+    """Starts a client once and measures everything on it: {figure: value}."""
     server, home, out = Server(), tempfile.mkdtemp(), {}
     client = Client()
     try:
@@ -254,7 +254,7 @@ def main():
                 time.sleep(0.05)
             os.environ["DISPLAY"] = ":" + display
             results = {name: [] for name in starts}
-            for turn in range(args.runs):    # every second round the other way round
+            for turn in range(args.runs):    # every second round in the opposite order
                 for name in list(starts)[::1 if turn % 2 == 0 else -1]:
                     print("run %d of %d: %s" % (turn + 1, args.runs, name), file=sys.stderr)
                     results[name].append(run(starts[name], args, flood))

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What a line costs at each stage of its way, and what the window does meanwhile: in one process, offscreen.
-// Prints one figure a line: name, value, unit. ./dev bench runs it several times and makes the table.
+// What each stage of handling a line costs, and how long the window is blocked: in one process, offscreen.
+// Prints one figure per line: name, value, unit. ./dev bench runs this several times and makes a table of it.
 
 #include "../tests/user.h"
 #include "channeltab.h"
@@ -57,7 +57,7 @@ void until(const std::function<bool()> &condition)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-/// Common talk: 20 to 120 characters from 50 nicks, one line in ten with a colour or bold.
+/// Ordinary chat: 20 to 120 characters from 50 nicks, one line in ten with a colour or bold.
 QStringList talk(int lines)
 {
     const QStringList words = u"the quick brown fox jumps over a lazy dog while nobody looks at it "

@@ -14,7 +14,7 @@
 //   listen                    the server listens again
 //   pass SECONDS              so much time passes for the link
 //   deaf                      the server reads nothing from now on
-//   close                     the server closes the connection
+//   close                     the server sends at once what it has to say, and closes the connection
 //   gone                      the server sees the connection end
 //   (TAB) TEXT                the user types a text into a tab and presses Return
 //   [TAB] LINE                the tab must show this line next
@@ -24,9 +24,11 @@
 //   tabs NAMES                the tabs must be these, from left to right, separated by " | "
 //   front TAB                 this tab must be in front
 //   select TAB                the user clicks a tab
+//   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   edit TAB TEXT             the user types a text and does not press Return
 //   press TAB KEYS            the user presses keys in the tab's input line: "Tab Shift+Tab"
 //   keys KEYS                 the user presses keys where the keyboard is
+//   hears TEXT                a screen reader must be told this where the keyboard is
 //   input TAB TEXT            this must stand in the input line
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
 //   news TAB WORDS            the tab's label must show these news: "", "something happened",
@@ -176,7 +178,12 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"listen"_L1, [](auto &t, auto &) { QVERIFY(t.server->listen(QHostAddress::LocalHost, t.port)); }},
     {"pass"_L1, [](auto &, auto &p) { countdown::pass(qRound(p.all.toDouble() * 1000)); }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
-    {"close"_L1, [](auto &t, auto &) { t.client->disconnectFromHost(); }},
+    {"close"_L1,
+     [](auto &t, auto &) {
+         while (t.client->waitForBytesWritten(100)) {
+         }
+         t.client->disconnectFromHost();
+     }},
     {"gone"_L1, [](auto &t, auto &) { QTRY_COMPARE(t.client->state(), QTcpSocket::UnconnectedState); }},
     {"()"_L1,
      [](auto &t, auto &p) {
@@ -189,7 +196,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          const QString line = t.person->nextLine(p.first);
          QVERIFY2(QRegularExpression(u"^" + p.rest + u"$").match(line).hasMatch(), qPrintable(line));
      }},
-    {"{}"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->members(p.first), p.rest); }},
+    {"{}"_L1,
+     [](auto &t, auto &p) {
+         QCoreApplication::processEvents(); // the list follows its roster a moment later
+         QTRY_COMPARE(t.person->members(p.first), p.rest);
+     }},
     {"sees"_L1,
      [](auto &t, auto &p) {
          QString line = u""_s;
@@ -200,9 +211,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"tabs"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->tabs().join(u" | "), p.all); }},
     {"front"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->frontTab(), p.all); }},
     {"select"_L1, [](auto &t, auto &p) { t.person->select(p.all); }},
+    {"click"_L1, [](auto &t, auto &p) { t.person->click(p.first, p.rest); }},
     {"edit"_L1, [](auto &t, auto &p) { t.person->edit(p.first, p.rest); }},
     {"press"_L1, [](auto &t, auto &p) { t.person->press(p.first, p.rest); }},
     {"keys"_L1, [](auto &t, auto &p) { t.person->press({}, p.all); }},
+    {"hears"_L1, [](auto &, auto &p) { QTRY_COMPARE(user::heard(), p.all); }},
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->news(p.first), p.rest); }},

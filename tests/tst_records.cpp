@@ -50,8 +50,7 @@ void tst_records::line()
 void tst_records::named()
 {
     QFETCH(const QString, input);
-    const bool found = mentions(input.section(u": "_s, 1), input.section(u": "_s, 0, 0));
-    QTEST(found ? u"yes"_s : u"no"_s, "expected");
+    QTEST(mentions(input.section(u": "_s, 1), input.section(u": "_s, 0, 0)) ? u"yes"_s : u"no"_s, "expected");
 }
 
 void tst_records::roster()

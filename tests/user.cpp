@@ -11,6 +11,7 @@
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
+#include <QPushButton>
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
@@ -110,6 +111,21 @@ QString user::selected(const QString &tab) const
 {
     return in<ircview>(tab)->textCursor().block().text() + u'/' +
            in<ircview>(tab)->textCursor().selectedText();
+}
+
+QString user::heard()
+{
+    QWidget *focus = QApplication::focusWidget();
+    if (const auto *list = qobject_cast<QListView *>(focus)) {
+        // Nobody tells it of changed rows while no screen reader runs: it must be a new one.
+        QAccessible::deleteAccessibleInterface(
+            QAccessible::uniqueId(QAccessible::queryAccessibleInterface(focus)));
+        const auto *row = QAccessible::queryAccessibleInterface(focus)->child(list->currentIndex().row());
+        return row == nullptr ? QString() : row->text(QAccessible::Name);
+    }
+    const bool red = focus->palette().text().color().red() > 0;
+    return QAccessible::queryAccessibleInterface(focus)->text(QAccessible::Description) +
+           (red ? u", in red"_s : u""_s);
 }
 
 QString user::news(const QString &tab) const

@@ -49,6 +49,8 @@ public:
     QString input(const QString &tab) const { return in<chatinput>(tab)->text(); }
     /// The line with the selection in a tab, and what is selected there, after a "/".
     QString selected(const QString &tab) const;
+    /// What a screen reader is told by the row or the field that has the keyboard, and whether that is red.
+    static QString heard();
     /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
     QString news(const QString &tab) const;
     /// Clicks a member in the list of a tab, or the button that reads `what`.

@@ -2,10 +2,10 @@
 #include "parlo.h"
 
 #include "box.h"
-#include "config.h"
 #include "ircsession.h"
 #include "resource.h"
 #include "tabbar.h"
+#include "version.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -17,10 +17,9 @@ using namespace Qt::StringLiterals;
 
 parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwindow(parent, flags)
 {
-    prefs = preferences::load(Config::settingsName());
     setObjectName(QLatin1StringView(name));
     setWindowIcon(Resource::loadPixmap(u"Parlo"_s));
-    setWindowTitle(tr("Parlo v0.2"));
+    setWindowTitle(u"Parlo v" + parloVersion);
     mainBox = new QWidget(this);
     widgetStack = new QStackedWidget(mainBox);
     tabBar = new tabbar(mainBox);
@@ -32,19 +31,13 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwind
     setCentralWidget(mainBox);
     addZoomKeys();
     applyFontSize();
-    if (prefs.windowSize.isValid())
-        resize(prefs.windowSize);
+    if (prefs().windowSize.isValid())
+        resize(prefs().windowSize);
     session = std::make_unique<ircsession>(this);
     session->showConnectDialog();
 }
 
-parlo::~parlo()
-{
-    if (!isMaximized() && !isFullScreen())
-        prefs.windowSize = size();
-    if (prefs != preferences::load(Config::settingsName()))
-        prefs.save(Config::settingsName());
-}
+parlo::~parlo() = default;
 
 void parlo::addZoomKeys()
 {
@@ -54,23 +47,25 @@ void parlo::addZoomKeys()
     for (const Qt::Key plus : {Qt::Key_Plus, Qt::Key_Equal})
         add(Qt::CTRL | plus, [this] { zoom(1); });
     add(Qt::CTRL | Qt::Key_Minus, [this] { zoom(-1); });
-    add(Qt::CTRL | Qt::Key_0, [this] {
-        prefs.fontSize = 0;
-        applyFontSize();
-    });
+    add(Qt::CTRL | Qt::Key_0, [this] { setFontSize(0); });
 }
 
 void parlo::zoom(int steps)
 {
-    const int size = prefs.fontSize == 0 ? QFontInfo(font()).pointSize() : prefs.fontSize;
-    prefs.fontSize = preferences::stepped(size, steps);
+    const int size = prefs().fontSize == 0 ? QFontInfo(font()).pointSize() : prefs().fontSize;
+    setFontSize(preferences::stepped(size, steps));
+}
+
+void parlo::setFontSize(int points)
+{
+    prefer(&preferences::fontSize, points);
     applyFontSize();
 }
 
 void parlo::applyFontSize()
 {
     QFont wanted = font();
-    if (prefs.fontSize != 0)
-        wanted.setPointSize(prefs.fontSize);
+    if (prefs().fontSize != 0)
+        wanted.setPointSize(prefs().fontSize);
     QApplication::setFont(wanted, "ircview");
 }

@@ -7,7 +7,7 @@
 
 class ircsession;
 
-/// The main window: the pages of the tabs above the tab bar. Tabs put themselves into both.
+/// The main window: the pages of the tabs, and the tab bar below them. Tabs add themselves to both.
 ///
 /// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views.
 class parlo : public tabwindow
@@ -17,7 +17,6 @@ class parlo : public tabwindow
 public:
     /// Starts the session and runs its connect dialog, which returns before the window is shown.
     explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {});
-    /// Keeps the preferences, if they have changed.
     ~parlo() override;
 
     QWidget *mainBox;
@@ -25,9 +24,11 @@ public:
 private:
     void addZoomKeys();
     void zoom(int steps);
-    /// Gives the text in the views, those to come included, the size that the preferences say.
+    /// Points; 0 is the desktop's own size.
+    void setFontSize(int points);
+    /// Gives the text in all views, present and future, the size in the preferences.
     void applyFontSize();
 
-    /// The window only ends its session, before the bar and the stack go that the tabs are in.
+    /// Deleted before the bar and the stack, which its tabs are in.
     std::unique_ptr<ircsession> session;
 };

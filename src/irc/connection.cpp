@@ -4,6 +4,7 @@
 #include "ctcp.h"
 #include "ircmessage.h"
 #include "ircmode.h"
+#include "ircport.h"
 #include "textsplitter.h"
 #include "usercommands.h"
 
@@ -13,7 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int defaultPort = 6667;
 /// In one turn of the event loop, lines are handled for this long: about 1,000 common ones. So the window stays alive
 /// when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
@@ -82,7 +82,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
         return openAddress(address, port);
     keeper.forget();
     useManners({});
-    socket.connectToHost(server, static_cast<quint16>(port == 0 ? defaultPort : port));
+    socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
 
 void connection::openAddress(const ircaddress &address, int port)

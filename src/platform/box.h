@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Lays the children of `parent` out without margins and spacing, as every box of this program is, on a small
-/// screen as on a large one: `box<QVBoxLayout>(page)`.
+/// Gives `parent` a layout without margins and spacing: `box<QVBoxLayout>(page)`. All layouts here are like
+/// that, since they have to fit on a small screen.
 template <typename Layout, typename Widget>
 Layout *box(Widget *parent)
 {

@@ -15,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Room for a thousand presets, and read and shown in a moment whatever is in it.
+/// Enough for a thousand presets. Any file of this size is read and shown in a tenth of a second.
 constexpr qint64 maxBytes = qint64{128} * 1024;
-/// Another Parlo holds the lock for some milliseconds; the window must not wait for one that hangs.
+/// Another Parlo holds the lock for a few milliseconds; the window must not wait for one that hangs.
 constexpr int lockMilliseconds = 1000;
 
 constexpr std::array<std::pair<char16_t, char16_t>, 7> escapes{{{u'a', u'\a'},
@@ -33,7 +33,7 @@ bool isHex(QChar c)
     return QStringView(u"0123456789abcdefABCDEF").contains(c);
 }
 
-/// Takes what follows a backslash off the front of `raw`.
+/// Removes an escape sequence, without its backslash, from the front of `raw`, and returns its character.
 QChar takeEscape(QStringView *raw)
 {
     const QChar letter = raw->front();
@@ -52,7 +52,7 @@ QChar takeEscape(QStringView *raw)
     return letter;
 }
 
-/// The text that `raw`, a value as it stands in the file, means. False if a quote in it is not closed.
+/// Decodes `raw`, a value as it is written in the file. False if a quote in it is not closed.
 bool decode(QStringView raw, QString *text)
 {
     bool quoted = false;
@@ -68,7 +68,7 @@ bool decode(QStringView raw, QString *text)
             end = text->size();
     }
     text->truncate(end);
-    // Older files have a second "@" there, as QSettings writes it.
+    // QSettings writes "@@" for a leading "@", and older files were written by it.
     if (text->startsWith(u"@@"))
         text->remove(0, 1);
     return !quoted;
@@ -90,7 +90,7 @@ QString encode(const QString &text)
     return plain ? safe : u'"' + safe + u'"';
 }
 
-/// Renames `path`, and never what a link leads to. Empty if that cannot be.
+/// Renames `path`; of a link, the link itself. Returns the new name, or an empty one if that fails.
 QString setAside(const QString &path)
 {
     for (int i = 1;; ++i) {
@@ -166,7 +166,7 @@ void Config::load()
     const QFileInfo info(path);
     if (!info.exists())
         return;
-    // To open a FIFO or a device would wait for its other end.
+    // Opening a FIFO would block until someone opens its other end, and a device may not end.
     QFile file(path);
     whole = info.isFile() && file.open(QFile::ReadOnly);
     if (!whole)
@@ -211,7 +211,7 @@ bool Config::replaceFile() const
 {
     QString text;
     for (auto entries = groups.begin(); entries != groups.end(); ++entries) {
-        // What stands before the first group has none.
+        // Values in front of the first group have no group.
         if (!entries.key().isEmpty())
             text += (text.isEmpty() ? u"[" : u"\n[") + entries.key() + u"]\n";
         for (auto entry = entries->begin(); entry != entries->end(); ++entry)
@@ -226,7 +226,7 @@ bool Config::replaceFile() const
     QSaveFile file(path);
     if (file.open(QFile::WriteOnly)) {
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-        // QSaveFile itself does not notice if only a part has found room.
+        // QSaveFile does not notice by itself that only a part was written.
         if (file.write(bytes) == bytes.size() && file.flush() && file.commit())
             return true;
     }

@@ -7,19 +7,19 @@
 
 /// The settings file of a program: groups of keys with text values, for one user.
 ///
-/// It is `NAME.conf` in the user's configuration directory ($XDG_CONFIG_HOME, or ~/.config), in INI format,
-/// and readable by its owner alone, since it may hold passwords. What is written goes to the file when the
-/// object goes, whole or not at all. A file that is missing or cannot be read holds nothing; one that could
-/// not be read to the last line is renamed to `NAME.conf.broken` before another one takes its place.
+/// The file is `NAME.conf` in the user's configuration directory ($XDG_CONFIG_HOME, or ~/.config), in INI
+/// format. Only its owner can read it, since it may contain passwords. save(), or the destructor, replaces
+/// the whole file or leaves it as it was. A file that is missing or cannot be read counts as empty. One that
+/// could not be read completely is renamed to `NAME.conf.broken` before it is replaced.
 ///
-/// The first change locks the file against other programs until it is written: let the object go soon.
-/// Groups and keys are plain words.
+/// The first change locks the file until it is written, so do not keep a changed object for long. Groups and
+/// keys are plain words.
 class Config
 {
 public:
     enum Domain { User };
 
-    /// What this program's settings are called.
+    /// The name of this program's own settings.
     static QString settingsName() { return QStringLiteral("parlo"); }
 
     explicit Config(const QString &name, Domain domain = User);
@@ -27,7 +27,7 @@ public:
     Config(const Config &) = delete;
     Config &operator=(const Config &) = delete;
 
-    /// Chooses the group that the other calls mean.
+    /// Chooses the group for the other calls.
     void setGroup(const QString &name);
     bool hasKey(const QString &key) const;
     QString readEntry(const QString &key, const QString &fallback = {}) const;
@@ -37,13 +37,13 @@ public:
     void removeEntry(const QString &key);
     /// Removes all keys of the group.
     void clearGroup();
-    /// Writes the changes now. False, and a warning, if that cannot be; then the file is what it was.
+    /// Writes the changes now. If that fails, it returns false and warns, and the file is as it was.
     bool save();
 
 private:
     void load();
     void loadLine(QStringView line, QString *inGroup);
-    /// To be called before each change.
+    /// Call this before each change.
     void edit();
     bool replaceFile() const;
 
@@ -51,7 +51,7 @@ private:
     QLockFile lock;
     QString group;
     QMap<QString, QMap<QString, QString>> groups;
-    /// Whether `groups` holds all that the file does, but for remarks.
+    /// Whether the whole file was understood; remarks do not count.
     bool whole = true;
     bool changed = false;
 };

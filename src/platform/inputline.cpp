@@ -13,8 +13,8 @@ bool breaksLine(QChar c)
            c == QChar::ParagraphSeparator;
 }
 
-/// QLineEdit asks its validator about every change, by whatever road it came, and takes the text that it
-/// leaves.
+/// QLineEdit passes every change through its validator, typed or not, and takes the text as the validator
+/// leaves it.
 class oneline : public QValidator
 {
 public:

@@ -3,14 +3,14 @@
 
 #include <QLineEdit>
 
-/// A line edit whose text is one line whatever comes in: QLineEdit keeps line breaks that are pasted into it,
-/// and on the wire each of them would start a command of its own.
+/// A line edit whose text is always one line. QLineEdit keeps line breaks that are pasted into it, and the
+/// server would take what follows one as another command.
 class inputline : public QLineEdit
 {
     Q_OBJECT
 
 public:
-    /// What an on-screen keyboard should know of names: it offers no capital and no other word.
+    /// For an on-screen keyboard: names need no capital letter, and no other word in their place.
     static constexpr Qt::InputMethodHints asTyped = Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText;
     static constexpr Qt::InputMethodHints hostName = asTyped | Qt::ImhUrlCharactersOnly;
 

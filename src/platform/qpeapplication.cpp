@@ -6,6 +6,9 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <cstdio>
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,13 +23,50 @@ bool isHandheld(const QScreen &screen)
     return isSmall(screen) || withoutWindows.contains(QGuiApplication::platformName());
 }
 
+QtMessageHandler usualHandler = nullptr;
+/// What Qt has said while it looked for a screen.
+QStringList messages;
+
+[[noreturn]] void endWithoutScreen()
+{
+    std::fprintf(stderr, "parlo: no screen: %s\n", qPrintable(messages.join(u"; "_s).simplified()));
+    std::_Exit(EXIT_FAILURE);
+}
+
+void keepMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtDebugMsg)
+        return usualHandler(type, context, text);
+    messages.append(qFormatLogMessage(type, context, text));
+    if (type == QtFatalMsg)
+        endWithoutScreen();
+}
+
+/// To be called before the application object is made: without a screen some of Qt's plugins abort there,
+/// after several lines on stderr, and others go on until the first window crashes.
+void beginScreenSearch()
+{
+    usualHandler = qInstallMessageHandler(keepMessage);
+}
+
+void endScreenSearch()
+{
+    if (QGuiApplication::primaryScreen() == nullptr)
+        endWithoutScreen();
+    qInstallMessageHandler(usualHandler);
+    for (const QString &message : std::as_const(messages))
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
 } // namespace
 
-QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/) : QApplication(argc, argv)
+QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
+    : QApplication((beginScreenSearch(), argc), argv)
 {
-    // Its icon and its place in a task bar come from there; a Wayland window has no icon of its own.
+    endScreenSearch();
+    // On Wayland a window gets its icon from the desktop file.
     setDesktopFileName(u"chat.parlo.Parlo"_s);
-    // There all windows are drawn into the first one, and the screen goes dark with it.
+    // There Qt draws all windows into the first one, and when that closes the screen stays dark.
     if (platformName() == u"eglfs") {
         backdrop = std::make_unique<QWidget>();
         backdrop->setAttribute(Qt::WA_QuitOnClose, false);

@@ -13,6 +13,6 @@ static void initResources()
 QPixmap Resource::loadPixmap(const QString &name)
 {
     initResources();
-    // The format is said, or Qt would load every image plugin to ask whether the picture is its own.
+    // Without the format Qt would load all image plugins and ask each of them.
     return {QString(u":/" + name + u".png"), "PNG"};
 }

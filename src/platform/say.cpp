@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "say.h"
 
+#include "fingers.h"
+
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the icon, the margins and the window manager need beside the text, in pixels.
+/// Pixels beside the text, for the icon, the margins and the frame of the window.
 constexpr int besideText = 110;
 
 } // namespace
@@ -21,5 +24,6 @@ void say(QWidget *window, const QString &text)
         const int room = window->screen()->availableSize().width() - besideText;
         label->setMinimumWidth(qMin(label->fontMetrics().size(0, text).width(), room));
     }
+    box.button(QMessageBox::Ok)->setMinimumHeight(fingerHeight(0));
     box.exec();
 }

@@ -5,6 +5,6 @@
 
 class QWidget;
 
-/// Says `text` in a message box above `window`, and returns when the user has closed it. QMessageBox alone
-/// breaks the lines of a small screen after every word.
+/// Shows `text` in a message box above `window`, and returns when the user has closed it. A plain QMessageBox
+/// would break the text after every word on a small screen.
 void say(QWidget *window, const QString &text);

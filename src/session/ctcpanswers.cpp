@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ctcpanswers.h"
 
+#include "version.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -13,12 +15,12 @@ struct ctcprequest
 {
     QLatin1StringView keyword;
     bool classic = false;
-    /// %1 stands for the argument.
+    /// %1 stands for the argument, %2 for our version.
     QLatin1StringView answer;
 };
 
 constexpr ctcprequest requests[] = {
-    {"version"_L1, true, "VERSION Parlo 0.2"_L1},
+    {"version"_L1, true, "VERSION Parlo %2"_L1},
     {"ping"_L1, false, "PING %1"_L1},
     {"clientinfo"_L1, false, "CLIENTINFO ACTION CLIENTINFO PING VERSION"_L1},
 };
@@ -29,7 +31,7 @@ QString ctcpanswers::answerTo(const QString &keyword, const QString &argument, b
 {
     for (const ctcprequest &r : requests) {
         if ((r.classic || more) && keyword.compare(r.keyword, Qt::CaseInsensitive) == 0)
-            return QString(r.answer).replace("%1"_L1, argument);
+            return QString(r.answer).replace("%2"_L1, parloVersion).replace("%1"_L1, argument);
     }
     return {};
 }

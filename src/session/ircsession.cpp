@@ -13,6 +13,7 @@
 #include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
+#include "version.h"
 
 #include <QDateTime>
 #include <QTimer>

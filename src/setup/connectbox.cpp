@@ -3,15 +3,17 @@
 
 #include "box.h"
 #include "config.h"
+#include "fingers.h"
+#include "form.h"
 #include "inputline.h"
+#include "ircport.h"
 #include "presetbox.h"
+#include "presetlist.h"
 #include "say.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -19,7 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int quickPort = 6667;
 /// Qt needs half a second to lay out a name that fills the settings file.
 constexpr int maxName = 512;
 
@@ -35,6 +36,13 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 {
     setObjectName(u"foo"_s);
     setModal(true);
+    // On a handheld it has the screen, as the main window has it later. Matchbox needs that: there a modal
+    // dialog and the dialog behind it would pass the keyboard to each other without end.
+    if (isSmall(*screen())) {
+        setWindowFlags(Qt::Window);
+        setGeometry(screen()->availableGeometry());
+        setWindowState(Qt::WindowMaximized);
+    }
     setWindowTitle(u"Connect to IRC Server"_s);
 
     mainBox = new QWidget(this);
@@ -49,7 +57,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 
     presetPage = new QWidget(pages);
     auto *presetRow = box<QHBoxLayout>(presetPage);
-    presetList = new QListWidget(presetPage);
+    presetList = new presetlist(presetPage);
     presetList->setAccessibleName(tr("Presets"));
     presetRow->addWidget(presetList);
     presetButtons = new QWidget(presetPage);
@@ -61,38 +69,31 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     connect(editButton, &QPushButton::clicked, this, &connectbox::editPreset);
     delButton = new QPushButton(tr("Del"), presetButtons);
     connect(delButton, &QPushButton::clicked, this, &connectbox::delPreset);
-    // Every button of a dialog would answer Return by itself; here Return means "Connect" alone.
+    // In Qt, Return presses the button that has the focus. Here it always means "Connect".
     for (QPushButton *button : {addButton, editButton, delButton}) {
         button->setAutoDefault(false);
         buttonColumn->addWidget(button);
     }
     connectButton->setDefault(true);
+    for (QPushButton *button : {connectButton, addButton, editButton, delButton})
+        button->setMinimumHeight(fingerHeight(0));
     pages->addTab(presetPage, tr("Presets"));
 
     quickPage = new QWidget(pages);
     auto *quickColumn = box<QVBoxLayout>(quickPage);
     quickGrid = new QWidget(quickPage);
     quickColumn->addWidget(quickGrid, 0, Qt::AlignTop);
-    auto *grid = box<QGridLayout>(quickGrid);
-    grid->setSpacing(5);
-    const auto addRow = [this, grid](const QString &label, Qt::InputMethodHints hints) {
-        auto *edit = new inputline(quickGrid);
-        edit->setInputMethodHints(hints);
-        auto *name = new QLabel(label, quickGrid);
-        name->setBuddy(edit);
-        const int row = grid->count() / 2;
-        grid->addWidget(name, row, 0);
-        grid->addWidget(edit, row, 1);
-        return edit;
-    };
-    nickEdit = addRow(tr("Nick:"), inputline::asTyped);
+    auto *rows = box<form>(quickGrid);
+    rows->setSpacing(5);
+    nickEdit = rows->addInput(tr("Nick:"), inputline::asTyped);
     connect(nickEdit, &QLineEdit::textChanged, this, &connectbox::setNick);
-    serverEdit = addRow(tr("Server:"), inputline::hostName);
+    serverEdit = rows->addInput(tr("Server:"), inputline::hostName);
     connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
     pages->addTab(quickPage, tr("Quick"));
 
     loadSettings();
     fillPresetList();
+    presetList->setFocus();
     nickEdit->setText(*nickOut);
     serverEdit->setText(*serverOut);
 }
@@ -144,13 +145,13 @@ bool connectbox::checkQuickConnect()
     config.writeEntry(u"Server"_s, *serverOut);
     if (!config.save())
         sayNotSaved();
-    *portOut = quickPort;
+    *portOut = ircPort;
     return true;
 }
 
 bool connectbox::takePreset()
 {
-    const int i = currentItem();
+    const int i = presetList->selectedRow();
     if (i < 0)
         return false;
     const preset &chosen = presets.at(i);
@@ -172,9 +173,10 @@ void connectbox::loadSettings()
 
 void connectbox::fillPresetList()
 {
-    presetList->clear();
+    QStringList names;
     for (const preset &p : std::as_const(presets))
-        presetList->addItem(p.name.left(maxName));
+        names.append(p.name.left(maxName));
+    presetList->fill(names);
 }
 
 void connectbox::savePresets()
@@ -183,15 +185,9 @@ void connectbox::savePresets()
         sayNotSaved();
 }
 
-int connectbox::currentItem() const
-{
-    const QList<QListWidgetItem *> selected = presetList->selectedItems();
-    return selected.isEmpty() ? -1 : presetList->row(selected.first());
-}
-
 void connectbox::runEditor(bool adding)
 {
-    presetbox editor(&presets, currentItem(), adding, this);
+    presetbox editor(&presets, presetList->selectedRow(), adding, this);
     if (editor.exec() == Rejected) {
         qWarning("Canceled");
         return;
@@ -207,13 +203,13 @@ void connectbox::addPreset()
 
 void connectbox::editPreset()
 {
-    if (currentItem() >= 0)
+    if (presetList->selectedRow() >= 0)
         runEditor(false);
 }
 
 void connectbox::delPreset()
 {
-    const int i = currentItem();
+    const int i = presetList->selectedRow();
     if (i < 0)
         return;
     presets.removeAt(i);

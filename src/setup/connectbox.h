@@ -6,20 +6,20 @@
 #include <QDialog>
 
 class QLineEdit;
-class QListWidget;
 class QPushButton;
 class QTabWidget;
+class presetlist;
 
 /// The modal dialog "Connect to IRC Server": a preset from the list, or a nick and a server typed by hand.
 ///
-/// What the user chooses goes through the pointers that the constructor takes. They hold it once exec() has
-/// returned Accepted; after anything else they may hold half of what was typed.
+/// The choice is written through the pointers that the constructor takes. It is complete when exec() has
+/// returned Accepted; otherwise parts of it may have been written.
 class connectbox : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// The four pointers are where the choice goes. They must outlive the dialog.
+    /// The pointers must outlive the dialog.
     connectbox(QString *nick, QString *server, int *port, QStringList *channels);
 
 public Q_SLOTS:
@@ -31,7 +31,7 @@ public Q_SLOTS:
     void delPreset();
 
 public:
-    /// Closes the dialog if the page in front holds a choice to connect with.
+    /// Closes the dialog if the page in front has all that is needed to connect.
     void accept() override;
 
 private:
@@ -40,8 +40,6 @@ private:
     void savePresets();
     /// Runs the editor; keeps and shows what it changed.
     void runEditor(bool adding);
-    /// The row that the user selected, or -1. A row that merely has the focus is not selected.
-    int currentItem() const;
     void sayNotSaved();
     bool checkQuickConnect();
     bool takePreset();
@@ -55,7 +53,7 @@ private:
     QTabWidget *pages;
     QPushButton *connectButton;
     QWidget *presetPage;
-    QListWidget *presetList;
+    presetlist *presetList;
     QWidget *presetButtons;
     QPushButton *addButton;
     QPushButton *editButton;

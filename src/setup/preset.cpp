@@ -28,7 +28,7 @@ QList<preset> preset::load(const QString &config)
         p.name = names.readEntry(QString::number(i));
         p.nick = details.readEntry(u"nick"_s, defaultNick());
         p.server = details.readEntry(u"server"_s, defaultServer());
-        p.port = details.readEntry(u"port"_s, u"6667"_s).toUInt(nullptr, 10);
+        p.port = details.readEntry(u"port"_s, QString::number(ircPort)).toUInt(nullptr, 10);
         p.password = details.readEntry(u"password"_s);
         p.channels = splitChannels(details.readEntry(u"channels"_s));
         presets.append(p);

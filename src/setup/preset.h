@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ircport.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -10,20 +12,19 @@ struct preset
 {
     QString name;
     QString server;
-    unsigned int port = 0;
+    unsigned int port = ircPort;
     QString nick;
     /// Kept in the file, but neither edited nor sent.
     QString password;
     QStringList channels;
 
-    /// The presets of the settings file `config`, in their order; the first index that is missing ends the
-    /// list.
+    /// Reads the presets of the settings file `config`, in their order; the first missing index ends the list.
     static QList<preset> load(const QString &config);
-    /// Writes all of `presets`; false if that cannot be. Groups of presets that are no more stay in the file,
-    /// and nothing reads them.
+    /// Writes all of `presets`; false if the file cannot be written. Groups of deleted presets stay in the
+    /// file, and nothing reads them.
     static bool save(const QString &config, const QList<preset> &presets);
 
-    /// The names in `text`, which commas or spaces separate.
+    /// Splits names that are separated by commas or spaces.
     static QStringList splitChannels(const QString &text);
     static QString defaultNick();
     static QString defaultServer();

@@ -2,10 +2,11 @@
 #include "presetbox.h"
 
 #include "box.h"
+#include "fingers.h"
+#include "form.h"
 #include "inputline.h"
 #include "say.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -17,10 +18,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize formSize(200, 250);
-/// One line of it is enough to say that there is nothing yet.
+/// One line, which says that there is nothing yet.
 constexpr int performHeight = 22;
-constexpr int buttonHeight = 28;
-/// All rows must fit into the fixed size, so the letters have a fixed one too.
+/// All rows must fit into the fixed size of the form, so the size of the text is fixed as well.
 constexpr int formFontPixels = 10;
 
 QString notYet()
@@ -43,23 +43,20 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     formBox->setFont(small);
     auto *column = box<QVBoxLayout>(formBox);
 
-    preset shown = adding ? preset() : presets->at(index);
-    if (adding)
-        shown.port = 6667;
+    const preset shown = adding ? preset() : presets->at(index);
     auto *fields = new QWidget(formBox);
-    formGrid = box<QGridLayout>(fields);
+    formGrid = box<form>(fields);
     column->addWidget(fields, 1);
-    nameEdit = addRow(tr("Preset name: "), shown.name);
-    nickEdit = addRow(tr("Nickname: "), shown.nick);
-    nickEdit->setInputMethodHints(inputline::asTyped);
+    nameEdit = formGrid->addInput(tr("Preset name: "), {}, shown.name);
+    nickEdit = formGrid->addInput(tr("Nickname: "), inputline::asTyped, shown.nick);
     altNickEdit = addMissingRow(tr("Alt Nick: "));
-    serverEdit = addRow(tr("Server: "), shown.server);
-    serverEdit->setInputMethodHints(inputline::hostName);
-    portEdit = addRow(tr("Port: "), QString::number(shown.port));
-    portEdit->setInputMethodHints(Qt::ImhDigitsOnly);
+    serverEdit = formGrid->addInput(tr("Server: "), inputline::hostName, shown.server);
+    portEdit = formGrid->addInput(tr("Port: "), Qt::ImhDigitsOnly, QString::number(shown.port));
     passwordEdit = addMissingRow(tr("Password: "));
-    channelsEdit = addRow(tr("Channels: "), shown.channels.join(u','));
-    channelsEdit->setInputMethodHints(inputline::asTyped);
+    channelsEdit = formGrid->addInput(tr("Channels: "), inputline::asTyped, shown.channels.join(u','));
+    // The fields share all the height that is left: fingers have to hit them.
+    for (QLineEdit *edit : fields->findChildren<QLineEdit *>())
+        edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
     auto *performLabel = new QLabel(tr("Perform these commands on connect:"), formBox);
     column->addWidget(performLabel);
@@ -78,31 +75,26 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     cancelButton->setAutoDefault(false);
     connect(cancelButton, &QPushButton::clicked, this, &presetbox::reject);
     for (QPushButton *button : {okButton, cancelButton})
-        button->setFixedHeight(buttonHeight);
+        button->setFixedHeight(fingerSize);
     row->addWidget(okButton);
     row->addWidget(cancelButton);
     column->addWidget(buttonBox);
 
-    formBox->setFixedSize(formSize.boundedTo(screen()->availableSize()));
-    setFixedSize(formBox->size());
+    // The window manager puts a frame around this dialog as around the one behind it.
+    const QSize frame = parent == nullptr ? QSize(0, 0) : parent->frameGeometry().size() - parent->size();
+    setFixedSize(formSize.boundedTo(screen()->availableSize() - frame));
 }
 
-QLineEdit *presetbox::addRow(const QString &label, const QString &text)
+void presetbox::resizeEvent(QResizeEvent *event)
 {
-    auto *edit = new inputline(formBox, text);
-    // A finger needs all the height that there is.
-    edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    auto *name = new QLabel(label, formBox);
-    name->setBuddy(edit);
-    const int row = formGrid->rowCount();
-    formGrid->addWidget(name, row, 0);
-    formGrid->addWidget(edit, row, 1);
-    return edit;
+    QDialog::resizeEvent(event);
+    // Some window managers leave less room than was asked for.
+    formBox->setFixedSize(formSize.boundedTo(size()));
 }
 
 QLineEdit *presetbox::addMissingRow(const QString &label)
 {
-    QLineEdit *edit = addRow(label, notYet());
+    QLineEdit *edit = formGrid->addInput(label, {}, notYet());
     QFont narrow = edit->font();
     narrow.setStretch(QFont::SemiCondensed);
     edit->setFont(narrow);

@@ -5,14 +5,14 @@
 
 #include <QDialog>
 
-class QGridLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
+class form;
 
 /// The editor of one preset, modal: "Add Preset" or "Edit Preset".
 ///
-/// Accepted, it has changed the list that it was given; nothing is written to the settings file here.
+/// When it is accepted it changes the list. It does not write the settings file.
 class presetbox : public QDialog
 {
     Q_OBJECT
@@ -23,11 +23,13 @@ public:
     presetbox(QList<preset> *presets, int index, bool adding, QWidget *parent = nullptr);
 
 public Q_SLOTS:
-    /// Takes the fields over and closes, or says which one is wrong and stays.
+    /// Stores the fields in the list and closes, or says which field is wrong and stays open.
     void accept() override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
-    QLineEdit *addRow(const QString &label, const QString &text);
     QLineEdit *addMissingRow(const QString &label);
     /// What is wrong with the fields; empty when nothing is.
     QString complaint() const;
@@ -36,7 +38,7 @@ private:
     int index;
     bool adding;
     QWidget *formBox;
-    QGridLayout *formGrid;
+    form *formGrid;
     QLineEdit *nameEdit;
     QLineEdit *nickEdit;
     QLineEdit *altNickEdit;

@@ -2,6 +2,7 @@
 #include "channeltab.h"
 
 #include "box.h"
+#include "fingerstyle.h"
 #include "ircchannel.h"
 #include "ircmode.h"
 #include "ircuser.h"
@@ -13,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -35,13 +37,14 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     toggleButton->setAccessibleName(tr("Hide the members"));
     toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
+    fingerstyle::apply(view->horizontalScrollBar());
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
     userBox->setMaximumWidth(userBoxWidth);
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
     addInput(usercommands::place::channel, [this] { return nicks(); });
-    if (!mainWindow->prefs.userListShown)
+    if (!mainWindow->prefs().userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
 }
@@ -56,7 +59,7 @@ void channeltab::showHideUserlist()
     userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
     if (userBox->hasFocus())
         input->setFocus();
-    mainWindow->prefs.userListShown = userListShown;
+    mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can find its bottom.
     splitBox->layout()->activate();
     view->scrollToBottom();

@@ -18,6 +18,8 @@ namespace {
 
 /// A longer one would take long to find in what a stranger has written for it.
 constexpr int maxSought = 128;
+/// So much of the line that was found is told to a screen reader.
+constexpr int maxHeard = 512;
 
 } // namespace
 
@@ -27,6 +29,7 @@ findbar::findbar(logview *log, QWidget *parent) : QWidget(parent), view(log), fi
     field->setMaxLength(maxSought);
     field->setPlaceholderText(tr("Find"));
     field->setAccessibleName(tr("Find in this tab"));
+    connect(field, &QLineEdit::textEdited, this, &findbar::clearResult);
     auto *closeButton = new QToolButton(this);
     closeButton->setText(u"\u00d7"_s);
     closeButton->setAccessibleName(tr("Close the search"));
@@ -40,6 +43,7 @@ findbar::findbar(logview *log, QWidget *parent) : QWidget(parent), view(log), fi
 
 void findbar::open()
 {
+    clearResult();
     show();
     field->setFocus();
     field->selectAll();
@@ -64,9 +68,21 @@ void findbar::keyPressEvent(QKeyEvent *event)
 
 void findbar::find(bool newer)
 {
-    const bool found = view->findText(field->text(), newer);
-    QPalette colours = palette();
-    if (!found)
-        colours.setColor(QPalette::Text, readable(Qt::red, colours.base().color()));
-    field->setPalette(colours);
+    if (field->text().isEmpty())
+        return;
+    clearResult();
+    if (view->findText(field->text(), newer)) {
+        field->setAccessibleDescription(tr("Found: %1").arg(view->selectedLine().left(maxHeard)));
+        return;
+    }
+    field->setAccessibleDescription(tr("Not found"));
+    QPalette red;
+    red.setColor(QPalette::Text, readable(Qt::red, palette().base().color()));
+    field->setPalette(red);
+}
+
+void findbar::clearResult()
+{
+    field->setAccessibleDescription({});
+    field->setPalette({});
 }

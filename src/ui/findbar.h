@@ -29,6 +29,8 @@ protected:
 private:
     void close();
     void find(bool newer);
+    /// Takes back what the field shows and tells of the search before.
+    void clearResult();
 
     logview *view;
     QLineEdit *field;

@@ -3,6 +3,7 @@
 
 #include "fingers.h"
 
+#include <QStyleOptionSlider>
 #include <QWidget>
 
 namespace {
@@ -25,7 +26,9 @@ int fingerstyle::pixelMetric(PixelMetric metric, const QStyleOption *option, con
     const int usual = QProxyStyle::pixelMetric(metric, option, widget);
     if (metric == PM_TabBarScrollButtonWidth)
         return qMax(usual, fingerSize);
-    if (metric == PM_ScrollBarExtent)
-        return qMax(usual, barSize);
-    return usual;
+    if (metric != PM_ScrollBarExtent)
+        return usual;
+    // No view of ours scrolls sideways: that bar is never seen, but the button in the corner is as high as it.
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    return bar != nullptr && bar->orientation == Qt::Horizontal ? fingerHeight(usual) : qMax(usual, barSize);
 }

@@ -2,15 +2,20 @@
 #include "ircuserbox.h"
 
 #include "ircchannel.h"
+#include "memberrow.h"
 #include "rostermodel.h"
 
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QScroller>
 
+#include <algorithm>
+#include <utility>
+
 ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermodel(this))
 {
     setModel(rows);
+    setItemDelegate(new memberrow(this));
     // A click chooses a member; the keyboard stays where the user types.
     setFocusPolicy(Qt::TabFocus);
     setUniformItemSizes(true);
@@ -51,7 +56,17 @@ void ircuserbox::fill(const ircchannel *channel)
 
 void ircuserbox::settle()
 {
-    if (pending != nullptr)
-        rows->setMembers(*pending->roster());
-    pending = nullptr;
+    if (pending == nullptr)
+        return;
+    const ircuserlist &roster = *std::exchange(pending, nullptr)->roster();
+    const QString current = currentIndex().data(rostermodel::NickRole).toString();
+    const int before = currentIndex().row();
+    rows->setMembers(roster);
+    if (before < 0)
+        return;
+    const qsizetype now = roster.find(current);
+    // Who reads elsewhere in the list goes on reading there.
+    setAutoScroll(false);
+    setCurrentIndex(rows->index(now < 0 ? std::min(before, rows->rowCount() - 1) : static_cast<int>(now)));
+    setAutoScroll(true);
 }

@@ -145,17 +145,25 @@ void logview::scrollPage(int direction)
 bool logview::findText(const QString &text, bool newer)
 {
     settle();
-    if (!textCursor().hasSelection())
-        moveCursor(QTextCursor::End);
+    QTextCursor from = textCursor();
+    if (!from.hasSelection())
+        from.movePosition(QTextCursor::End);
     const auto direction = newer ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
-    if (find(text, direction))
-        return true;
-    const QTextCursor before = textCursor();
-    moveCursor(newer ? QTextCursor::Start : QTextCursor::End);
-    if (find(text, direction))
-        return true;
-    setTextCursor(before);
-    return false;
+    QTextCursor found = document()->find(text, from, direction);
+    if (found.isNull()) {
+        from.movePosition(newer ? QTextCursor::Start : QTextCursor::End);
+        found = document()->find(text, from, direction);
+    }
+    if (found.isNull())
+        return false;
+    setTextCursor(found);
+    return true;
+}
+
+QString logview::selectedLine() const
+{
+    const QString line = document()->findBlock(textCursor().selectionStart()).text();
+    return QString(line).remove(richline::breakHere);
 }
 
 void logview::changeEvent(QEvent *event)
@@ -182,10 +190,11 @@ void logview::mousePressEvent(QMouseEvent *event)
     settle();
     if (fingerscroll::isFinger(*event))
         return;
-    // A press inside of a selection could begin to drag it. A drag runs an event loop of its own, in which
-    // the server may close this tab; and the text can be pasted anyway.
+    // A press inside of a selection could begin to drag it, unless it extends it, which Shift alone does. A
+    // drag runs an event loop of its own, in which the server may close this tab; and the text can be pasted
+    // anyway.
     QTextCursor own = textCursor();
-    const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+    const bool extends = event->modifiers() == Qt::ShiftModifier;
     if (event->button() == Qt::LeftButton && own.hasSelection() && !extends) {
         own.clearSelection();
         setTextCursor(own);

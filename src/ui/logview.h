@@ -34,6 +34,8 @@ public:
     /// Selects the nearest `text` above what is selected, or below where `newer` says so, whatever its case,
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
+    /// The text of the line that the selection begins in.
+    QString selectedLine() const;
     /// Opens the web address that the selection begins in, if it does.
     void openSelected() const;
 

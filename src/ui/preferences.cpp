@@ -34,7 +34,7 @@ preferences preferences::load(const QString &name)
     return kept;
 }
 
-void preferences::save(const QString &name) const
+bool preferences::save(const QString &name) const
 {
     Config file(name);
     file.setGroup(group());
@@ -47,6 +47,7 @@ void preferences::save(const QString &name) const
         write("Height", windowSize.height());
     }
     write("UserList", userListShown ? 1 : 0);
+    return file.save();
 }
 
 int preferences::stepped(int size, int steps)

@@ -15,7 +15,8 @@ struct preferences
 
     /// What the file holds; where it holds nothing sensible, the defaults.
     static preferences load(const QString &config);
-    void save(const QString &config) const;
+    /// False if the file cannot be written.
+    bool save(const QString &config) const;
 
     /// The size of text that comes `steps` after `size`, within what can be read and fits on a screen.
     static int stepped(int size, int steps);

@@ -1,14 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "rostermodel.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A longer nick is a hostile server's, and takes long to lay out.
 constexpr qsizetype maxShown = 128;
 
-/// A ball of 7 x 10 pixels, filled with what the palette line `fill` says of the pixel "+".
+struct look
+{
+    /// The line of the palette for the pixel "+" of the ball, which it fills.
+    const char *fill = nullptr;
+    const char *words = nullptr;
+};
+
+/// By isupport::rank.
+constexpr look looks[] = {{},
+                          {"+\tc #EEEE22", QT_TRANSLATE_NOOP("rostermodel", "%1, voiced")},
+                          {"+\tc #00FFFF", QT_TRANSLATE_NOOP("rostermodel", "%1, half-operator")},
+                          {"+\tc #11BB22", QT_TRANSLATE_NOOP("rostermodel", "%1, operator")}};
+
 QPixmap ball(const char *fill)
 {
+    if (fill == nullptr)
+        return {};
     const char *const xpm[] = {
         "7 10 4 1", " \tc None", ".\tc #000000", fill,      "@\tc #FFFFFF", "       ", "       ", "       ",
         "  ...  ",  " .+++. ",   ".+@+++@",      ".+++++@", ".+++++@",      " .+++@ ", "  @@@  ",
@@ -16,14 +32,21 @@ QPixmap ball(const char *fill)
     return QPixmap(xpm);
 }
 
+isupport::rank rankOf(const ircchanneluser &member)
+{
+    if (member.isOp())
+        return isupport::rank::op;
+    if (member.isHalfop())
+        return isupport::rank::halfop;
+    return member.isVoice() ? isupport::rank::voice : isupport::rank::none;
+}
+
 } // namespace
 
-rostermodel::rostermodel(QObject *parent)
-    : QAbstractListModel(parent),
-      opIcon(ball("+\tc #11BB22")),
-      halfopIcon(ball("+\tc #00FFFF")),
-      voiceIcon(ball("+\tc #EEEE22"))
+rostermodel::rostermodel(QObject *parent) : QAbstractListModel(parent)
 {
+    for (const look &shown : looks)
+        balls.push_back(ball(shown.fill));
 }
 
 void rostermodel::setMembers(const ircuserlist &roster)
@@ -43,17 +66,26 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const ircchanneluser &member = members.at(index.row());
-    if (role == NickRole)
+    const auto rank = static_cast<size_t>(rankOf(member));
+    const auto inWords = [&] {
+        const QString nick = member.nick().left(maxShown);
+        return rank == 0 ? nick : tr(looks[rank].words).arg(nick);
+    };
+    switch (role) {
+    case NickRole:
         return member.nick();
-    if (role == Qt::DisplayRole)
+    case RankRole:
+        return static_cast<int>(rank);
+    case Qt::DisplayRole:
         return member.nick().left(maxShown);
-    if (role != Qt::DecorationRole)
+    case Qt::DecorationRole:
+        return rank == 0 ? QVariant() : balls.at(rank);
+    case Qt::AccessibleTextRole:
+        return inWords();
+    case Qt::ToolTipRole:
+        // A tool tip shows markup, and a nick may be some.
+        return QString(u"<qt>" + inWords().toHtmlEscaped() + u"</qt>");
+    default:
         return {};
-    if (member.isOp())
-        return opIcon;
-    if (member.isHalfop())
-        return halfopIcon;
-    if (member.isVoice())
-        return voiceIcon;
-    return {};
+    }
 }

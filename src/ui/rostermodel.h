@@ -2,9 +2,12 @@
 #pragma once
 
 #include "ircuserlist.h"
+#include "isupport.h"
 
 #include <QAbstractListModel>
 #include <QPixmap>
+
+#include <vector>
 
 /// The rows of a member list: a copy of a roster, which costs nothing until the roster changes.
 class rostermodel : public QAbstractListModel
@@ -14,17 +17,19 @@ class rostermodel : public QAbstractListModel
 public:
     /// The nick, however long.
     static constexpr int NickRole = Qt::UserRole;
+    /// The highest rank, an isupport::rank as an int.
+    static constexpr int RankRole = Qt::UserRole + 1;
 
     explicit rostermodel(QObject *parent);
 
     void setMembers(const ircuserlist &roster);
     int rowCount(const QModelIndex &parent = {}) const override;
-    /// The nick (display) and the ball of the highest rank (decoration).
+    /// The nick (display), the ball of the highest rank (decoration), both in words (tool tip, and to a screen
+    /// reader).
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
     ircuserlist members;
-    QPixmap opIcon;
-    QPixmap halfopIcon;
-    QPixmap voiceIcon;
+    /// By isupport::rank.
+    std::vector<QPixmap> balls;
 };

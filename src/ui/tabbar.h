@@ -7,7 +7,8 @@
 
 /// A tab bar whose tabs keep one identifier for life; QTabBar's own indices shift when a tab goes.
 ///
-/// A tab with news shows it by the colour of its text until it is selected. Ctrl+PageUp, Ctrl+PageDown and
+/// A tab with news shows it by the colour of its text until it is selected; while it is scrolled out of sight, a
+/// mark at that end of the bar shows it. Ctrl+PageUp, Ctrl+PageDown and
 /// Ctrl+Tab walk through the tabs, Alt+1 to Alt+9 go to one, Alt+A to the next one with the most urgent news.
 class tabbar : public QTabBar
 {
@@ -40,6 +41,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     /// As wide as its label, within limits: longer ones elide in the middle, and tabs that do not fit scroll.
     QSize tabSizeHint(int index) const override;
     QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
@@ -51,8 +53,13 @@ private:
     void addShortcuts();
     void step(int by);
     void goToNews();
+    news newsAt(int index) const;
+    /// Readable on this bar; invalid for none.
+    QColor colourOf(news what) const;
     /// Shows the news of the tab at `index`, by colour and to a screen reader.
     void showNews(int index);
+    /// The part of the bar that shows tabs: what the buttons that scroll them leave.
+    QRect inSight() const;
 
     int nextId = 0;
     bool m_frontStays = false;

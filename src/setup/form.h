@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFormLayout>
+
+class inputline;
+
+/// Rows of a label and a field to type into, as both dialogs have them.
+class form : public QFormLayout
+{
+public:
+    explicit form(QWidget *parent);
+
+    /// Adds a row; `hints` are for an on-screen keyboard.
+    inputline *addInput(const QString &label, Qt::InputMethodHints hints = {}, const QString &text = {});
+};
