@@ -4,15 +4,21 @@
 // user. A script is read from top to bottom:
 //
 //   connect NICK CHANNELS     the user opens Parlo and connects; "-" joins nothing
+//   preset KEY VALUE          in the next preset by address this key has this value
+//   address NICK ADDRESS      the user opens Parlo and connects to an address: lines are UTF-8 from now on
 //   welcome back              the server waits for a new connection
 //   <- LINE                   the server sends this line
 //   <~ TEXT                   the server sends this, without a line end
 //   -> LINE                   Parlo must have sent this line next
+//   refuse                    nobody listens at the server's port
+//   listen                    the server listens again
+//   pass SECONDS              so much time passes for the link
 //   deaf                      the server reads nothing from now on
 //   close                     the server sends at once what it has to say, and closes the connection
 //   gone                      the server sees the connection end
 //   (TAB) TEXT                the user types a text into a tab and presses Return
 //   [TAB] LINE                the tab must show this line next
+//   matches TAB PATTERN       the next line of the tab must match this regular expression
 //   {TAB} MEMBERS             its member list must be this
 //   sees TAB TEXT             a line of the tab must contain this; the lines before it do not count
 //   tabs NAMES                the tabs must be these, from left to right, separated by " | "
@@ -27,8 +33,8 @@
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
 //   news TAB WORDS            the tab's label must show these news: "", "something happened",
 //                             "new messages", "for you"
+//   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   choose TAB NICK           the user double-clicks a member
-//   corner TAB                the user clicks the button that shows and hides the members
 //   resize WIDTHxHEIGHT       the user makes the window this size
 //   looks TAB SIZE FONT LIST  so big must the window be, so many points larger than usual the tab's text
 //                             ("+2"), and the members "shown" or "hidden"
@@ -41,14 +47,17 @@
 //   guest LINE                the other client of the real server sends this line
 //   heard TEXT                the other client must have been sent this by now
 //
-// "TAB/2" is the second tab of a name, $PORT the server's port. See rows.h for control characters and long
+// "TAB/2" is the second tab of a name, $PORT the server's port, $PAST a moment two minutes ago. See rows.h for control characters and long
 // texts. Lines that begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed and
 // the script did not ask for, and any other warning fails the test.
 
+#include "countdown.h"
+#include "linecodec.h"
 #include "parlo.h"
 #include "rows.h"
 #include "user.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
@@ -80,6 +89,8 @@ private:
     std::unique_ptr<user> person;
     std::unique_ptr<QTcpServer> server;
     quint16 port = 0;
+    QMap<QString, QString> preset;
+    linecodec codec = linecodec::latin1;
     QTcpSocket *client = nullptr;
     QProcess ngircd;
     QTcpSocket guest;
@@ -88,6 +99,10 @@ private:
 
 void tst_conversations::init()
 {
+    countdown::hold();
+    // Noon, so that what was two minutes ago was today.
+    static const int zone = QDateTime::currentDateTimeUtc().time().hour() - 12;
+    qputenv("TZ", "Test" + QByteArray::number(zone));
     QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support )"_s));
     // The one before it keeps its window's size when it goes.
     person.reset();
@@ -95,6 +110,7 @@ void tst_conversations::init()
     server = std::make_unique<QTcpServer>();
     QVERIFY(server->listen(QHostAddress::LocalHost));
     port = server->serverPort();
+    preset.clear();
     client = nullptr;
 }
 
@@ -135,22 +151,32 @@ struct tst_conversations::verb
 const tst_conversations::verb tst_conversations::verbs[] = {
     {"connect"_L1,
      [](auto &t, auto &p) {
+         t.codec = linecodec::latin1;
          t.person->connectTo(t.port, p.first, p.rest == u"-" ? QString() : p.rest);
          if (t.server->isListening())
              t.step(u"welcome back"_s);
+     }},
+    {"preset"_L1, [](auto &t, auto &p) { t.preset.insert(p.first, p.rest); }},
+    {"address"_L1,
+     [](auto &t, auto &p) {
+         t.codec = linecodec::utf8;
+         t.person->connectTo(p.rest, 0, p.first, {}, std::exchange(t.preset, {}));
      }},
     {"welcome"_L1,
      [](auto &t, auto &) {
          QTRY_VERIFY(t.server->hasPendingConnections());
          t.client = t.server->nextPendingConnection();
      }},
-    {"<-"_L1, [](auto &t, auto &p) { t.client->write(p.all.toLatin1() + "\r\n"); }},
+    {"<-"_L1, [](auto &t, auto &p) { t.client->write(t.codec.bytes(p.all) + "\r\n"); }},
     {"<~"_L1, [](auto &t, auto &p) { t.client->write(p.all.toLatin1()); }},
     {"->"_L1,
      [](auto &t, auto &p) {
          QTRY_VERIFY(t.client->canReadLine());
-         QCOMPARE(QString::fromLatin1(t.client->readLine()), p.all + u"\r\n");
+         QCOMPARE(t.codec.text(t.client->readLine()), p.all + u"\r\n");
      }},
+    {"refuse"_L1, [](auto &t, auto &) { t.server->close(); }},
+    {"listen"_L1, [](auto &t, auto &) { QVERIFY(t.server->listen(QHostAddress::LocalHost, t.port)); }},
+    {"pass"_L1, [](auto &, auto &p) { countdown::pass(qRound(p.all.toDouble() * 1000)); }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
     {"close"_L1,
      [](auto &t, auto &) {
@@ -165,6 +191,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          t.person->press(p.first, u"Return"_s);
      }},
     {"[]"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->nextLine(p.first), p.rest); }},
+    {"matches"_L1,
+     [](auto &t, auto &p) {
+         const QString line = t.person->nextLine(p.first);
+         QVERIFY2(QRegularExpression(u"^" + p.rest + u"$").match(line).hasMatch(), qPrintable(line));
+     }},
     {"{}"_L1,
      [](auto &t, auto &p) {
          QCoreApplication::processEvents(); // the list follows its roster a moment later
@@ -188,8 +219,8 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->news(p.first), p.rest); }},
+    {"click"_L1, [](auto &t, auto &p) { t.person->click(p.first, p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
-    {"corner"_L1, [](auto &t, auto &p) { t.person->clickCorner(p.all); }},
     {"resize"_L1,
      [](auto &t, auto &p) {
          t.person->window()->resize(p.all.section(u'x', 0, 0).toInt(), p.all.section(u'x', 1).toInt());
@@ -247,17 +278,21 @@ void tst_conversations::play()
     QFETCH(const QString, file);
     QFile script(file);
     QVERIFY(script.open(QIODevice::ReadOnly | QIODevice::Text));
+    const QString past =
+        QDateTime::currentDateTimeUtc().addSecs(-120).toString(u"yyyy-MM-ddThh:mm:ss.zzzZ"_s);
     const QStringList lines = QString::fromUtf8(script.readAll()).split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(u';'))
             continue;
-        step(unescaped(QString(lines[i]).replace(u"$PORT"_s, QString::number(port))));
+        QString line = lines[i];
+        line.replace(u"$PORT"_s, QString::number(port)).replace(u"$PAST"_s, past);
+        step(unescaped(line));
         if (QTest::currentTestFailed())
             QFAIL(qPrintable(u"%1:%2: %3"_s.arg(file).arg(i + 1).arg(lines[i])));
     }
     if (client != nullptr && client->state() == QAbstractSocket::ConnectedState) {
-        step(u"<- PING :the end"_s);
-        step(u"-> PONG :the"_s);
+        step(u"<- PING :end"_s);
+        step(u"-> PONG :end"_s);
     }
     QCOMPARE(person->unreadLines().join(u'\n'), QString());
 }

@@ -157,7 +157,7 @@ QString rules(const QString &text)
     for (qsizetype i = 0; i + 1 < of.size() && words[0] == u"args"; i += 2)
         answer += supports.takesArgument(of[i], of[i + 1]) ? u'y' : u'n';
     for (qsizetype i = 0; i < of.size() && words[0] == u"ranks"; ++i)
-        answer += u"-vho"_s[static_cast<int>(supports.rankOfPrefix(of[i]))];
+        answer += u"-vho"_s[static_cast<int>(supports.rankOfMode(supports.modeOfPrefix(of[i])))];
     if (words[0] == u"same")
         answer = supports.same(of.section(u'/', 0, 0), of.section(u'/', 1)) ? u"yes"_s : u"no"_s;
     if (words[0] == u"lengths")

@@ -6,6 +6,7 @@
 #include "parlo.h"
 #include "tabbar.h"
 
+#include <QMap>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTemporaryDir>
@@ -26,8 +27,14 @@ public:
 
     user() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
 
-    /// Opens Parlo and connects to the loopback `port`; joins `channels`, which commas separate.
-    void connectTo(quint16 port, const QString &nick, const QString &channels);
+    /// Opens Parlo and connects to `server`; joins `channels`, which commas separate. The preset has `more` keys with
+    /// their values.
+    void connectTo(const QString &server, quint16 port, const QString &nick, const QString &channels,
+                   const QMap<QString, QString> &more = {});
+    void connectTo(quint16 port, const QString &nick, const QString &channels)
+    {
+        connectTo(QStringLiteral("127.0.0.1"), port, nick, channels);
+    }
 
     /// What the tab bar reads, from left to right.
     QStringList tabs() const { return m_window->tabBar->labels(); }
@@ -50,8 +57,6 @@ public:
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.
     void choose(const QString &tab, const QString &nick);
-    /// Clicks the button that shows and hides the members.
-    void clickCorner(const QString &tab) const { in<QPushButton>(tab)->click(); }
     /// The size of the window, how many points larger than usual the tab's text is, and whether its members
     /// are "shown" or "hidden".
     QString looks(const QString &tab) const;

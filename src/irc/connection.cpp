@@ -21,6 +21,8 @@ constexpr qint64 msPerTurn = 12;
 constexpr int maxModes = 512;
 /// In bytes, how much of ours may wait for a server that does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
+/// CR LF.
+constexpr qsizetype lineEndBytes = 2;
 /// What makes a text an action: "ACTION ", and a mark before and behind it.
 constexpr qsizetype actionBytes = 9;
 
@@ -61,7 +63,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
         Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
         return;
     }
-    const ircaddress address(host);
+    const ircaddress address = ircaddress::isMeant(host) ? ircaddress(host) : ircaddress();
     if (!address.error().isEmpty()) {
         Q_EMIT errormsg(address.error());
         return;
@@ -79,6 +81,9 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     if (address.isValid())
         return openAddress(address, port);
     keeper.forget();
+    // Those of a session by address may have keys, and are another server's.
+    if (manner.negotiates)
+        channels.clear();
     useManners({});
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
@@ -95,6 +100,8 @@ void connection::openAddress(const ircaddress &address, int port)
     if (address.host() != keeper.where().address.host() || !wanted.isEmpty())
         channels = wanted;
     to.address = address;
+    for (const QString &channel : address.channels())
+        remember(channel, true);
     to.port = address.port(port, to.port);
     keeper.start(to);
 }
@@ -203,6 +210,10 @@ void connection::send(QString line)
     if (manner.mindsSending && socket.state() != QAbstractSocket::ConnectedState)
         return;
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
+    if (manner.mindsSending && manner.codec.bytes(line).size() > supports.maxLine - lineEndBytes) {
+        Q_EMIT tooLong();
+        return;
+    }
     socket.sendLine(line);
     if (socket.unsent() > maxUnsent)
         giveUp(u"The server does not read what it is sent"_s);
@@ -274,7 +285,9 @@ bool connection::follow(ircmessage *msg)
     else if (command == "QUIT"_L1 || command == "NICK"_L1)
         reclaimNick(*msg);
     noteMask(*msg);
-    // What is between the server and the program is nothing to show.
+    // What is between the server and the program is nothing to show; the nick that comes of it is told at the welcome.
+    if (!registered && (command == "432"_L1 || command == "433"_L1))
+        return false;
     return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
 }
 
@@ -294,12 +307,11 @@ void connection::joinAll()
         send(line);
 }
 
-// The nick that we asked for first becomes free when its holder leaves or takes another.
+// The nick that the user wants becomes free when its holder leaves or takes another.
 void connection::reclaimNick(const ircmessage &msg)
 {
-    const QString wanted = progress.firstNick();
-    if (registered && !supports.same(wanted, identity.nick()) && supports.same(msg.prefix()->nick(), wanted))
-        send(u"NICK " + wanted);
+    if (registered && !isMe(wantedNick) && supports.same(msg.prefix()->nick(), wantedNick))
+        send(u"NICK " + wantedNick);
 }
 
 // What the server puts in front of our lines is in the lines that it sends us of ourselves.
@@ -335,7 +347,8 @@ void connection::handleWelcome(ircmessage *msg)
 void connection::handlePing(ircmessage *msg)
 {
     Q_EMIT debug(u"PING? PONG!"_s);
-    send(u"PONG " + msg->param(0, false));
+    // Where the trailing text is taken as it is, it is one parameter.
+    send(u"PONG " + (manner.taggedLines ? msg->paramsFrom(0, false) : msg->param(0, false)));
 }
 
 void connection::handlePrivmsg(ircmessage *msg)

@@ -59,9 +59,15 @@ public:
     void sendCtcpReply(const QString &target, const QString &text);
 
     /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
-    /// left out. A classic session does not check whether we are connected; one by address writes nothing then.
+    /// left out. A classic session does not check whether we are connected, nor how long the line is; one by address writes
+    /// nothing then, and says tooLong() of a line that is.
     void send(QString line);
 
+    /// Whether `nick` is ours.
+    bool isMe(const QString &nick) const
+    {
+        return manner.readsRules ? supports.same(nick, identity.nick()) : nick == identity.nick();
+    }
     /// Whether `name` is a channel.
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
@@ -123,6 +129,8 @@ Q_SIGNALS:
     void passwordWanted(const QString &address, int port);
     /// This went out.
     void said(const QString &target, const QString &text, bool action);
+    /// A line did not go out: it is longer than the server takes.
+    void tooLong();
     /// This could not go out any more.
     void notSaid(const QString &target);
     /// A line to be done as if it were typed in the tab of the server.

@@ -3,9 +3,12 @@
 
 #include <QElapsedTimer>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 QList<countdown *> countdowns;
+bool held = false;
 qint64 passed = 0;
 
 } // namespace
@@ -21,6 +24,12 @@ countdown::~countdown()
     countdowns.removeOne(this);
 }
 
+void countdown::start(std::chrono::milliseconds time)
+{
+    due = now() + time.count();
+    QTimer::start(held ? 24h : time);
+}
+
 qint64 countdown::now()
 {
     static const QElapsedTimer clock = [] {
@@ -28,14 +37,19 @@ qint64 countdown::now()
         started.start();
         return started;
     }();
-    return clock.elapsed() + passed;
+    return held ? passed : clock.elapsed();
+}
+
+void countdown::hold()
+{
+    held = true;
 }
 
 void countdown::pass(int ms)
 {
     passed += ms;
     for (countdown *c : std::as_const(countdowns)) {
-        if (c->isActive())
-            c->start(qMax(0, c->remainingTime() - ms));
+        if (c->isActive() && c->due <= now())
+            c->QTimer::start(0);
     }
 }

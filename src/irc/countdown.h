@@ -3,6 +3,8 @@
 
 #include <QTimer>
 
+#include <chrono>
+
 /// A timer of the link that fires once, after seconds or minutes. Tests do not wait for it: they let time pass.
 class countdown : public QTimer
 {
@@ -12,8 +14,15 @@ public:
     countdown();
     ~countdown() override;
 
+    void start(std::chrono::milliseconds time);
+
     /// Milliseconds of a clock that only goes forward.
     static qint64 now();
-    /// For tests: as if so many milliseconds had passed. What is due then fires when control is back in the event loop.
+    /// For tests: from now on, time stands still but for pass().
+    static void hold();
+    /// So many milliseconds have passed. What is due then fires when control is back in the event loop.
     static void pass(int ms);
+
+private:
+    qint64 due = 0;
 };

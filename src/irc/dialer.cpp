@@ -33,12 +33,10 @@ QString fingerprintOf(const QSslCertificate &certificate)
 
 dialer::dialer()
 {
-    deadline.setSingleShot(true);
     deadline.callOnTimeout(this, [this] {
         const bool reached = socket != nullptr && socket->state() == QAbstractSocket::ConnectedState;
         fail(reached ? linkfault::kind::noTls : linkfault::kind::noAnswer);
     });
-    patience.setSingleShot(true);
     patience.callOnTimeout(this, &dialer::tryNext);
 }
 
@@ -71,6 +69,11 @@ void dialer::dial(const dialtarget &wanted)
     deadline.start(tryTime);
     if (target.encrypted && !QSslSocket::supportsSsl())
         return fail(linkfault::kind::noTlsInQt);
+    // To look up a number would ask for its name, which nobody needs and may take long.
+    if (const QHostAddress literal(target.host); !literal.isNull()) {
+        addresses = {literal};
+        return tryNext();
+    }
     lookup = QHostInfo::lookupHost(target.host, this, &dialer::lookedUp);
 }
 
@@ -98,7 +101,7 @@ void dialer::tryNext()
     if (!addresses.isEmpty())
         patience.start(addressTime);
     // Whoever answers is given the time that is left.
-    connect(socket.get(), &QTcpSocket::connected, &patience, &QTimer::stop);
+    connect(socket.get(), &QTcpSocket::connected, &patience, &countdown::stop);
     if (auto *tls = qobject_cast<QSslSocket *>(socket.get()))
         tls->connectToHostEncrypted(address.toString(), target.port, target.host);
     else

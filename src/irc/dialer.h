@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "countdown.h"
 #include "linkfault.h"
 
 #include <QHostAddress>
 #include <QHostInfo>
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
 
@@ -74,8 +74,8 @@ private:
     std::unique_ptr<QTcpSocket> socket;
     int lookup = -1;
     /// The whole try, and one address of it.
-    QTimer deadline;
-    QTimer patience;
+    countdown deadline;
+    countdown patience;
     QString seen;
     bool verified = false;
     linkfault::kind certificateFault = linkfault::kind::none;

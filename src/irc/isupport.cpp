@@ -63,10 +63,10 @@ isupport::rank isupport::rankOfMode(QChar letter) const
     return letter == u'v' ? rank::voice : rank::none;
 }
 
-isupport::rank isupport::rankOfPrefix(QChar c) const
+QChar isupport::modeOfPrefix(QChar c) const
 {
     const qsizetype place = prefixes.indexOf(c);
-    return place < 0 ? rank::none : rankOfMode(prefixModes[place]);
+    return place < 0 ? QChar() : prefixModes[place];
 }
 
 bool isupport::takesArgument(QChar sign, QChar letter) const

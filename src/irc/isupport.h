@@ -33,13 +33,14 @@ public:
     QString channelOf(const QString &target) const;
     /// Whether two nicks, or two names of channels, are the same.
     bool same(const QString &a, const QString &b) const { return sameName(a, b, names); }
+    casemapping caseOfNames() const { return names; }
 
     /// Whether `c` is the sign of a rank in front of a nick (RFC 2812, 353).
     bool isPrefix(QChar c) const { return prefixes.contains(c); }
     /// The rank that a mode letter of a channel gives to the member that its argument names.
     rank rankOfMode(QChar letter) const;
-    /// The rank of which `c` is the sign.
-    rank rankOfPrefix(QChar c) const;
+    /// The mode letter that gives the rank of which `c` is the sign; null if there is none.
+    QChar modeOfPrefix(QChar c) const;
     /// Whether `letter`, behind `sign` in a MODE of a channel, takes an argument (RFC 1459, 4.2.3.1).
     bool takesArgument(QChar sign, QChar letter) const;
 

@@ -86,12 +86,21 @@ bool linkkeeper::trust()
     return connectNow();
 }
 
+void linkkeeper::quitting()
+{
+    active = false;
+    nextTry.stop();
+    if (!standing)
+        dial.cancel();
+}
+
 // --- one try ---
 
 void linkkeeper::tryNow()
 {
     nextTry.stop();
     lastError.clear();
+    promise = {};
     target = {to.address.host(), to.port, to.address.isEncrypted(), {}, to.certificateFile};
     // A host that has asked for TLS gets it, whatever the address says.
     quint16 tlsPort = upgradePort;
@@ -126,11 +135,12 @@ void linkkeeper::dialed()
 
 void linkkeeper::failed(const linkfault &why)
 {
-    standing = false;
-    renewPolicy();
+    if (std::exchange(standing, false))
+        keepPolicy();
     for (countdown *c : {&welcomeTime, &loginTime, &silence})
         c->stop();
-    const bool mayBeTrusted = why.what == linkfault::kind::untrusted || why.what == linkfault::kind::pinChanged;
+    const bool mayBeTrusted =
+        why.what == linkfault::kind::untrusted || why.what == linkfault::kind::pinChanged;
     refused = mayBeTrusted ? dial.fingerprint() : QString();
     if (!why.text.isEmpty())
         Q_EMIT status(why.text);
@@ -138,21 +148,24 @@ void linkkeeper::failed(const linkfault &why)
         scheduleNext();
 }
 
-void linkkeeper::renewPolicy()
+void linkkeeper::keepPolicy()
 {
     if (memory == nullptr || !target.encrypted)
         return;
     stspolicies known = memory->policies();
-    if (known.portFor(target.host, today()) == 0)
+    if (promise.duration)
+        known.heard(target.host, target.port, promise, today());
+    else if (known.portFor(target.host, today()) != 0)
+        known.linkEnded(target.host, today());
+    else
         return;
-    known.linkEnded(target.host, today());
     memory->setPolicies(known);
 }
 
 void linkkeeper::scheduleNext()
 {
     const qint64 wait = retries.nextTry(countdown::now(), QRandomGenerator::global()->generateDouble());
-    nextTry.start(static_cast<int>(wait));
+    nextTry.start(std::chrono::milliseconds(wait));
     Q_EMIT status(u"Next try in %1 s"_s.arg((wait + 500) / 1000));
 }
 
@@ -186,14 +199,17 @@ void linkkeeper::errorSaid(const QString &why)
 void linkkeeper::ended()
 {
     if (standing)
-        failed(active ? linkfault(linkfault::kind::lost, {}, 0, lastError) : linkfault(linkfault::kind::quit));
+        failed(active ? linkfault(linkfault::kind::lost, {}, 0, lastError)
+                      : linkfault(linkfault::kind::quit));
 }
 
 void linkkeeper::giveUp(const linkfault &why)
 {
     // What the drop brings about is not the end of a connection that stands.
-    standing = false;
+    const bool stood = std::exchange(standing, false);
     Q_EMIT dropWanted();
+    if (stood)
+        keepPolicy();
     failed(why);
 }
 
@@ -206,9 +222,9 @@ void linkkeeper::stsOffered(const stsoffer &offer)
         Q_EMIT dropWanted();
         return tryNow();
     }
-    if (memory == nullptr || !target.encrypted || !offer.duration)
-        return;
-    stspolicies known = memory->policies();
-    known.heard(target.host, target.port, offer, today());
-    memory->setPolicies(known);
+    // What is said later is kept at the end: nobody makes us write a file with every line.
+    const bool first = !promise.duration;
+    promise = offer;
+    if (first && promise.duration)
+        keepPolicy();
 }

@@ -55,8 +55,8 @@ public:
 
     /// Ends the try or the connection for this reason.
     void giveUp(const linkfault &why);
-    /// The user has asked the server to end the connection.
-    void quitting() { active = false; }
+    /// The user wants no connection any more. One that stands is ended by the server, which has been asked to.
+    void quitting();
 
     /// May be null: then nothing is remembered.
     linkmemory *memory = nullptr;
@@ -78,8 +78,8 @@ private:
     void dialed();
     void failed(const linkfault &why);
     void scheduleNext();
-    /// What the host wants of TLS counts from the end of a link with TLS.
-    void renewPolicy();
+    /// Remembers what the host wants of TLS. It counts from now.
+    void keepPolicy();
 
     destination to;
     dialtarget target;
@@ -90,6 +90,8 @@ private:
     bool standing = false;
     /// The port at which the host wants TLS, said on a plain link of this session; 0 when it has not said so.
     quint16 upgradePort = 0;
+    /// What the host has said last on this link about coming with TLS.
+    stsoffer promise;
     QString lastError;
     int nickLength = 0;
     /// The fingerprint that trust() would take.

@@ -34,7 +34,8 @@ bool netbatches::takes(const ircmessage &message)
     }
     if (!batch->left && message.command() == "JOIN"_L1) {
         const ircuser &who = *message.prefix();
-        batch->joined[message.param(0, true).toLower()].append(who.nick() + u'!' + who.user() + u'@' + who.host());
+        batch->joined[message.param(0, true).toLower()].append(who.nick() + u'!' + who.user() + u'@' +
+                                                               who.host());
         ++people;
         return true;
     }

@@ -32,7 +32,7 @@ void outbox::pump()
     while (!waiting.isEmpty()) {
         const qint64 now = countdown::now();
         if (const qint64 wait = pace.wait(now); wait > 0) {
-            next.start(static_cast<int>(wait));
+            next.start(std::chrono::milliseconds(wait));
             return;
         }
         pace.sent(now);

@@ -43,8 +43,8 @@ QStringList registration::begin(const ircuser &identity, const destination &to, 
 {
     m_stage = stage::registering;
     const QString account = to.address.account();
-    negotiation = capnegotiation({account, account.isEmpty() ? QString() : to.password, !to.certificateFile.isEmpty()},
-                                 encrypted);
+    negotiation = capnegotiation(
+        {account, account.isEmpty() ? QString() : to.password, !to.certificateFile.isEmpty()}, encrypted);
     nicks = nickchoice(identity.nick(), to.altNick, maxNick);
     firstRefusal.clear();
     refusal = {};
@@ -76,9 +76,8 @@ linkfault registration::fault() const
 {
     if (refusal.what != linkfault::kind::none)
         return refusal;
-    const auto *row = std::find_if(std::begin(outcomes), std::end(outcomes), [this](const outcomerow &r) {
-        return r.outcome == negotiation.result();
-    });
+    const auto *row = std::find_if(std::begin(outcomes), std::end(outcomes),
+                                   [this](const outcomerow &r) { return r.outcome == negotiation.result(); });
     return row == std::end(outcomes) ? linkfault() : linkfault(row->fault);
 }
 
@@ -91,7 +90,8 @@ QString registration::nickNote(const QString &nick) const
 {
     if (firstRefusal.isEmpty() || nick == firstNick())
         return {};
-    return firstNick() + (firstRefusal == "433"_L1 ? " is taken"_L1 : " is not allowed here"_L1) + u"; you are " + nick;
+    return firstNick() + (firstRefusal == "433"_L1 ? " is taken"_L1 : " is not allowed here"_L1) +
+           u"; you are " + nick;
 }
 
 QStringList registration::joinLines(const QStringList &channels)

@@ -54,7 +54,11 @@ void quote(connection &conn, QTextStream &args, const QString & /*target*/)
 void msg(connection &conn, QTextStream &args, const QString & /*target*/)
 {
     const QString to = word(args);
-    conn.sendPrivmsg(to, rest(args));
+    const QString text = rest(args);
+    if (!conn.manner.mindsSending)
+        conn.sendPrivmsg(to, text);
+    else if (!conn.say(to, text, false))
+        Q_EMIT conn.tooLong();
 }
 
 void join(connection &conn, QTextStream &args, const QString & /*target*/)

@@ -12,8 +12,8 @@ public:
     /// 0 when both are the same nick, -1 when `a` stands before `b` in the order of rank and nick, else 1.
     static int compareItems(const ircchanneluser &a, const ircchanneluser &b);
 
-    /// The index of the first entry with this nick, or -1.
-    qsizetype find(const QString &nick) const;
+    /// The index of the first entry with this nick, whatever the case, or -1.
+    qsizetype find(const QString &nick, casemapping names) const;
     void sort();
     /// Puts `user` at its place in a list that is sorted, behind those that are its equal.
     void place(const ircchanneluser &user);

@@ -64,6 +64,7 @@ ircsession::ircsession(tabwindow *window)
     });
     // Not from inside of a signal: the prompt runs an event loop.
     connect(&conn, &connection::passwordWanted, this, &ircsession::askAndConnect, Qt::QueuedConnection);
+    connect(&conn, &connection::tooLong, this, [this] { frontTab()->refuseInput(tooLong()); });
     connect(&conn, &connection::perform, this, &ircsession::performLine);
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
 }
@@ -134,6 +135,7 @@ void ircsession::removeTab()
     if (found == tabs.end())
         return;
     const std::unique_ptr<irctab> closed = std::move(*found);
+    conn.remember(closed->tabName(), false);
     tabs.erase(found);
     if (topTab == closed.get())
         topTab = serverTab;
@@ -211,7 +213,7 @@ void ircsession::userInputToday(const QString &text, irctab *tab)
     else if (!conn.isReady())
         tab->refuseInput(notSent());
     else if (!said.isEmpty() && !conn.say(tab->tabName(), said, action))
-        tab->refuseInput(u"Too long: not sent"_s);
+        tab->refuseInput(tooLong());
 }
 
 void ircsession::showSaid(const QString &target, const QString &text, bool action)
@@ -249,6 +251,11 @@ void ircsession::showStatus(const QString &text)
     e.forUs = true;
     serverTab->happened(e);
     serverTab->message(text);
+}
+
+QString ircsession::tooLong()
+{
+    return u"Too long: not sent"_s;
 }
 
 QString ircsession::notSent()
@@ -320,12 +327,12 @@ void ircsession::modesChanged(ircmode *m) const
 
 bool ircsession::addressedToMe(const ircmessage *msg) const
 {
-    return msg->param(0, false) == conn.identity.nick();
+    return conn.isMe(msg->param(0, false));
 }
 
 bool ircsession::sentByMe(const ircmessage *msg) const
 {
-    return msg->prefix()->nick() == conn.identity.nick();
+    return conn.isMe(msg->prefix()->nick());
 }
 
 irctab *ircsession::tabForMessage(const ircmessage *msg)
@@ -337,8 +344,11 @@ irctab *ircsession::tabForMessage(const ircmessage *msg)
         query && !echo ? msg->prefix()->nick() : conn.supports.channelOf(msg->param(0, true));
     if (irctab *tab = findTab(name))
         return tab;
-    if (!query && (!echo || conn.isChannel(name)))
+    if (conn.isChannel(name) || (!query && !conn.manner.quietTabs))
         return newChannelTab(name);
+    // Told to a whole server or network.
+    if (!query && !echo)
+        return serverTab;
     return newPlainTab(name, usercommands::place::query,
                        conn.manner.quietTabs ? irctab::opening::background : irctab::opening::front);
 }
@@ -400,6 +410,9 @@ void ircsession::parseCtcp(ircmessage *msg)
     const QString keyword = msg->param(1, true).toLower();
     if (keyword == u"action")
         return parseAction(msg);
+    // Another client of ours asks somebody.
+    if (conn.manner.quietTabs && sentByMe(msg) && !addressedToMe(msg))
+        return;
     const QString answer = ctcpanswers::answerTo(keyword, msg->paramsFrom(2, true), conn.manner.moreCommands);
     if (answer.isEmpty())
         return;
@@ -411,14 +424,16 @@ void ircsession::parseCtcp(ircmessage *msg)
 
 void ircsession::showReply(const ircmessage &msg)
 {
-    const sortedreply reply = sortReply(msg, conn.supports);
+    sortedreply reply = sortReply(msg, conn.supports);
     if (reply.where == sortedreply::place::none)
         return;
-    irctab *tab = serverTab;
-    if (reply.where == sortedreply::place::front)
+    irctab *tab = findChannelTab(reply.channel);
+    if (reply.where == sortedreply::place::front || (tab == nullptr && reply.isError))
         tab = frontTab();
-    else if (irctab *found = findChannelTab(reply.channel))
-        tab = found;
+    else if (tab == nullptr)
+        tab = serverTab;
+    if (!reply.channel.isEmpty() && !conn.supports.same(tab->tabName(), reply.channel))
+        reply.text.prepend(reply.channel + u": ");
     tab->happened(newEvent(event::kind::reply, &msg, reply.text));
     tab->message(reply.text);
 }
@@ -452,19 +467,21 @@ void ircsession::parseJoin(ircmessage *msg)
 {
     const auto e = newEvent(event::kind::join, msg);
     if (e.ours) {
-        openJoined(e.where);
+        openJoined(e.where, msg->prefix());
     } else if (channeltab *tab = findChannelTab(e.where)) {
         tab->happened(e);
         tab->join(msg->prefix());
     }
 }
 
-void ircsession::openJoined(const QString &name)
+void ircsession::openJoined(const QString &name, ircuser *us)
 {
     if (conn.manner.quietTabs) {
         conn.remember(name, true);
-        if (channeltab *tab = findChannelTab(name))
-            return tab->rejoined();
+        if (channeltab *tab = findChannelTab(name)) {
+            tab->rejoined();
+            return tab->join(us);
+        }
     }
     newChannelTab(name);
 }

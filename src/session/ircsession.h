@@ -89,9 +89,10 @@ private:
     /// The tab that is seen, whoever brought it to the front.
     irctab *frontTab() const;
     void parseSplit(const netbatch &people);
-    /// We are in this channel now.
-    void openJoined(const QString &name);
+    /// We are in this channel now, under this name.
+    void openJoined(const QString &name, ircuser *us);
     static QString notSent();
+    static QString tooLong();
     /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);

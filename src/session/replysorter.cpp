@@ -141,17 +141,17 @@ QString filled(QLatin1StringView pattern, const ircmessage &message)
 sortedreply sortReply(const ircmessage &message, const isupport &rules)
 {
     const QString command = message.command();
+    // RFC 2812, 5: the first parameter of a numeric is our nick, and those from 400 on are errors.
+    const int first = isNumeric(command) ? 1 : 0;
+    const bool isError = first == 1 && command >= "400"_L1;
     for (const replyrow &row : rows) {
         if (command != row.command)
             continue;
-        const int place = isNumeric(command) ? 1 : 0;
-        const QString name = command == "341"_L1 ? message.param(2, true) : message.param(place, true);
-        return {row.where, name, filled(row.text, message)};
+        const QString name = message.param(command == "341"_L1 ? 2 : first, true);
+        return {row.where, row.where == channel ? name : QString(), filled(row.text, message), isError};
     }
-    // RFC 2812, 5: the first parameter of a numeric is our nick.
-    const int first = isNumeric(command) ? 1 : 0;
     const QString name = message.param(first, true);
     if (rules.isChannel(name) && message.paramCount() > first + 1)
-        return {channel, name, message.paramsFrom(first + 1, true)};
-    return {server, {}, message.paramsFrom(first, true)};
+        return {channel, name, message.paramsFrom(first + 1, true), isError};
+    return {server, {}, message.paramsFrom(first, true), false};
 }

@@ -34,7 +34,7 @@ public:
     bool isInFront() const;
     /// From now on, goes by these rules of a server and these manners of a session; both must outlive the tab.
     void follow(const isupport &serverRules, const manners &sessionManner);
-    /// What was typed cannot be sent: says why, and keeps it in the input line. To be called from gotUserInput().
+    /// What was typed cannot be sent: says why, and keeps it in the input line, if this comes from gotUserInput().
     void refuseInput(const QString &why);
     /// Takes note of what is shown here next: the tab is marked with it, unless it is ours or old, Tab completes the last to
     /// speak first, and the line shows when it was said if that is long ago.

@@ -66,66 +66,67 @@ void ircview::stampNext(const QDateTime &time)
     stamp = time.toString(today ? u"[HH:mm] "_s : u"[yyyy-MM-dd HH:mm] "_s);
 }
 
-void ircview::show(const QString &line)
+void ircview::showLine(const QString &line)
 {
     addLine(std::exchange(stamp, {}) + line);
 }
 
 void ircview::privmsg(const QString &nick, const QString &text)
 {
-    show(u"&lt;" + coloured("#0000ff"_L1, name(nick)) + u"&gt; " + said(text));
+    showLine(u"&lt;" + coloured("#0000ff"_L1, name(nick)) + u"&gt; " + said(text));
 }
 
 void ircview::action(const QString &nick, const QString &text)
 {
-    show(coloured("#0000ff"_L1, u"*"_s) + u' ' + name(nick) + u' ' + said(text));
+    showLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + name(nick) + u' ' + said(text));
 }
 
 void ircview::notice(const QString &nick, const QString &text)
 {
-    show(u'-' + coloured("#880088"_L1, name(nick)) + u"- " + said(text));
+    showLine(u'-' + coloured("#880088"_L1, name(nick)) + u"- " + said(text));
 }
 
 void ircview::message(const QString &text)
 {
-    show(coloured("#DD8888"_L1, u"-"_s) + u' ' + field(text));
+    showLine(coloured("#DD8888"_L1, u"-"_s) + u' ' + field(text));
 }
 
 void ircview::join(const QString &nick)
 {
-    show(coming() + name(nick) + u" has joined");
+    showLine(coming() + name(nick) + u" has joined");
 }
 
 void ircview::part(const QString &nick, const QString &reason)
 {
-    show(leaving() + name(nick) + u" has left" + (reason.isEmpty() ? QString() : inBrackets(field(reason))));
+    showLine(leaving() + name(nick) + u" has left" +
+             (reason.isEmpty() ? QString() : inBrackets(field(reason))));
 }
 
 void ircview::quit(const QString &nick, const QString &reason)
 {
-    show(leaving() + name(nick) + u" has quit" + inBrackets(field(reason)));
+    showLine(leaving() + name(nick) + u" has quit" + inBrackets(field(reason)));
 }
 
 void ircview::kick(const QString &kicker, const QString &kicked, const QString &reason)
 {
-    show(leaving() + name(kicker) + u" has kicked " + name(kicked) +
-         (reason.isEmpty() ? QString() : inBrackets(field(reason))));
+    showLine(leaving() + name(kicker) + u" has kicked " + name(kicked) +
+             (reason.isEmpty() ? QString() : inBrackets(field(reason))));
 }
 
 void ircview::modes(const ircmode *m)
 {
-    show(name(m->who()->nick()) + u" sets modes " + name(m->target()) + u' ' + field(m->modes()) + u' ' +
-         field(m->args()));
+    showLine(name(m->who()->nick()) + u" sets modes " + name(m->target()) + u' ' + field(m->modes()) + u' ' +
+             field(m->args()));
 }
 
 void ircview::nick(const QString &oldnick, const QString &newnick)
 {
-    show(name(oldnick) + u" is now known as " + name(newnick));
+    showLine(name(oldnick) + u" is now known as " + name(newnick));
 }
 
 void ircview::crowd(bool left, const QString &text)
 {
-    show((left ? leaving() : coming()) + field(text));
+    showLine((left ? leaving() : coming()) + field(text));
 }
 
 QString ircview::ircToHtml(const QString &text)

@@ -39,7 +39,7 @@ public:
     static QString ircToHtml(const QString &text);
 
 private:
-    void show(const QString &line);
+    void showLine(const QString &line);
     // A field as markup: a nick, what somebody said, any other text of the server's.
     QString name(const QString &nick) const;
     QString said(const QString &text) const;
