@@ -192,8 +192,8 @@ void connectbox::runEditor(bool adding)
         qWarning("Canceled");
         return;
     }
-    fillPresetList();
     savePresets();
+    fillPresetList();
 }
 
 void connectbox::addPreset()
@@ -213,6 +213,6 @@ void connectbox::delPreset()
     if (i < 0)
         return;
     presets.removeAt(i);
-    fillPresetList();
     savePresets();
+    fillPresetList();
 }
