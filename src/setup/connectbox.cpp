@@ -209,8 +209,8 @@ void connectbox::runEditor(bool adding)
         qWarning("Canceled");
         return;
     }
-    fillPresetList();
     savePresets();
+    fillPresetList();
 }
 
 void connectbox::addPreset()
@@ -230,6 +230,6 @@ void connectbox::delPreset()
     if (i < 0)
         return;
     presets.removeAt(i);
-    fillPresetList();
     savePresets();
+    fillPresetList();
 }
