@@ -16,7 +16,7 @@ struct event
     ircuser who;
     /// The channel or nick that it was said to or done in; empty where it concerns no single one.
     QString where;
-    /// What was said, or the reason that was given, with its control codes.
+    /// What was said, the reason that was given, or the new nick, with its control codes.
     QString text;
     /// Milliseconds since 1970, UTC.
     qint64 when = 0;

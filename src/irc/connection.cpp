@@ -81,6 +81,9 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     if (address.isValid())
         return openAddress(address, port);
     keeper.forget();
+    // Those of a session by address may have keys, and are another server's.
+    if (manner.negotiates)
+        channels.clear();
     useManners({});
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
@@ -92,6 +95,10 @@ void connection::openAddress(const ircaddress &address, int port)
     dropLink();
     useManners(manners::today());
     destination to = std::exchange(details, {});
+    // Whoever comes back to a server comes back to its channels.
+    const QStringList wanted = address.channels() + to.channels;
+    if (address.host() != keeper.where().address.host() || !wanted.isEmpty())
+        channels = wanted;
     to.address = address;
     for (const QString &channel : address.channels())
         remember(channel, true);

@@ -125,6 +125,8 @@ Q_SIGNALS:
     void dropped(const QString &why);
     /// What Parlo itself has to say about the connection of a session by address.
     void status(const QString &text);
+    /// The user wants to connect to an address whose account needs a password.
+    void passwordWanted(const QString &address, int port);
     /// This went out.
     void said(const QString &target, const QString &text, bool action);
     /// A line did not go out: it is longer than the server takes.

@@ -7,6 +7,7 @@
 struct destination
 {
     ircaddress address;
+    /// That of the preset, until the connection has chosen one.
     quint16 port = 0;
     /// Of the account that the address names, or of the server where it names none.
     QString password;
@@ -16,4 +17,6 @@ struct destination
     QString certificateFile;
     /// What is typed for the user once the server has welcomed us.
     QStringList perform;
+    /// Channels besides those of the address.
+    QStringList channels;
 };

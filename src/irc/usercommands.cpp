@@ -33,10 +33,10 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
     int port = 0;
     args.setIntegerBase(10); // a leading 0 is no octal number to a user
     args >> port;
-    // Another host has other channels, and theirs may have keys.
-    const ircaddress address(host);
-    if ((address.isValid() || conn.manner.negotiates) && address.host() != conn.keeper.where().address.host())
-        conn.channels.clear();
+    if (const ircaddress address(host); address.isValid() && !address.account().isEmpty()) {
+        Q_EMIT conn.passwordWanted(host, port);
+        return;
+    }
     conn.connectToServer(host, port, conn.identity.nick(), conn.identity.user(), conn.identity.realname());
 }
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "ircuserlist.h"
+#include "isupport.h"
 
 #include <QObject>
 
 class ircmode;
-class isupport;
 
 /// A channel's name and its roster: who is there with which rank, in the order in which they are shown.
 ///
@@ -17,7 +17,7 @@ class ircchannel : public QObject
 
 public:
     /// `rules` are those of the server; they must outlive the channel.
-    explicit ircchannel(QString name, const isupport &rules);
+    explicit ircchannel(QString name, const isupport &rules = isupport::classic());
 
     const isupport &rules() const { return m_rules; }
     QString channelName() const { return m_channelName; }

@@ -8,6 +8,7 @@
 #include "ircmode.h"
 #include "ircuserbox.h"
 #include "mention.h"
+#include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
 #include "rostermodel.h"
@@ -61,6 +62,8 @@ ircsession::ircsession(tabwindow *window)
         if (irctab *tab = findTab(target))
             tab->message(notSent());
     });
+    // Not from inside of a signal: the prompt runs an event loop.
+    connect(&conn, &connection::passwordWanted, this, &ircsession::askAndConnect, Qt::QueuedConnection);
     connect(&conn, &connection::tooLong, this, [this] { frontTab()->refuseInput(tooLong()); });
     connect(&conn, &connection::perform, this, &ircsession::performLine);
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
@@ -145,17 +148,22 @@ void ircsession::newTopTab(irctab *tab)
 
 // --- the user ---
 
-void ircsession::showConnectDialog()
+void ircsession::showConnectDialog(const QString &address)
 {
     QString nick;
     QString server;
     int port = 0;
     QStringList channels;
     connectbox dialog(&nick, &server, &port, &channels);
+    if (!address.isEmpty())
+        dialog.proposeServer(address);
     dialog.exec();
     if (dialog.result() != QDialog::Accepted || nick.isEmpty() || server.isEmpty())
         return;
     conn.channels = channels;
+    conn.details = dialog.details();
+    if (ircaddress::isMeant(server))
+        port = 0;
     conn.connectToServer(server, port, nick, conn.identity.user(), conn.identity.realname());
 }
 
@@ -225,6 +233,16 @@ void ircsession::performLine(const QString &line)
     const QString word = line.section(u' ', 0, 0).toUpper();
     if (word != u"/SERVER" && word != u"/QUIT")
         userInput(line, serverTab);
+}
+
+void ircsession::askAndConnect(const QString &address, int port)
+{
+    QString password;
+    if (!askPassword(mainWindow, ircaddress(address).account(), &password))
+        return;
+    conn.details = {};
+    conn.details.password = password;
+    conn.connectToServer(address, port, conn.identity.nick(), conn.identity.user(), conn.identity.realname());
 }
 
 void ircsession::showStatus(const QString &text)

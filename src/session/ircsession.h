@@ -30,8 +30,9 @@ public:
     explicit ircsession(tabwindow *window);
     ~ircsession() override;
 
-    /// Runs the connect dialog and connects as it says; returns when the dialog has closed.
-    void showConnectDialog();
+    /// Runs the connect dialog and connects as it says; returns when the dialog has closed. Where `address` names one, the
+    /// dialog proposes it.
+    void showConnectDialog(const QString &address = {});
 
     plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query,
                           irctab::opening how = irctab::opening::front);
@@ -80,6 +81,8 @@ private:
     // What sessions by address have besides.
     void userInputToday(const QString &text, irctab *tab);
     void showStatus(const QString &text);
+    /// Asks for the password of the account in an address, and connects.
+    void askAndConnect(const QString &address, int port);
     void showSaid(const QString &target, const QString &text, bool action);
     void performLine(const QString &line);
     void showReply(const ircmessage &msg);
