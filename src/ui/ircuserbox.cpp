@@ -2,6 +2,7 @@
 #include "ircuserbox.h"
 
 #include "ircchannel.h"
+#include "isupport.h"
 #include "memberrow.h"
 #include "rostermodel.h"
 
