@@ -187,7 +187,7 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"hears"_L1, [](auto &, auto &p) { QTRY_COMPARE(user::heard(), p.all); }},
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
-    {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->news(p.first), p.rest); }},
+    {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
     {"corner"_L1, [](auto &t, auto &p) { t.person->clickCorner(p.all); }},
     {"resize"_L1,

@@ -116,7 +116,7 @@ QString user::heard()
            (red ? u", in red"_s : u""_s);
 }
 
-QString user::news(const QString &tab) const
+QString user::activity(const QString &tab) const
 {
     const tabbar *bar = m_window->tabBar;
     const int index = indexOf(tab);

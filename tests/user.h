@@ -45,7 +45,7 @@ public:
     /// What a screen reader is told by the row or the field that has the keyboard, and whether that is red.
     static QString heard();
     /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
-    QString news(const QString &tab) const;
+    QString activity(const QString &tab) const;
     /// Clicks a member in the list of a tab, or the button that reads `what`.
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.

@@ -51,7 +51,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     }
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
-    progress.wait();
+    progress.connecting();
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
 }
 

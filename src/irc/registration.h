@@ -15,7 +15,7 @@ public:
     stage reached() const { return m_stage; }
 
     /// The socket is asked for a connection.
-    void wait() { m_stage = stage::connecting; }
+    void connecting() { m_stage = stage::connecting; }
     /// The connection stands: the lines that go out now. `channels` may be empty.
     QStringList begin(const ircuser &identity, const QString &server, const QStringList &channels);
     /// A welcome (001) has come. False if it is not the first one of this connection.

@@ -105,7 +105,7 @@ void channeltab::kick(ircuser *who, const QString &victim, const QString &reason
 void channeltab::names(QStringList *names)
 {
     // The list goes on showing what it was last filled with, until the listing ends.
-    userBox->settle();
+    userBox->takePending();
     channel->names(names);
 }
 

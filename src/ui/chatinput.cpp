@@ -43,7 +43,7 @@ void chatinput::replace(const QString &line)
 void chatinput::complete(bool back)
 {
     const typedline line{text(), cursorPosition()};
-    if (!tabbed.stands(line))
+    if (!tabbed.continues(line))
         tabbed = completion(line, words());
     const typedline completed = tabbed.next(line, back);
     replace(completed.text);

@@ -25,7 +25,7 @@ public:
     /// the first. The line as it is when nothing fits.
     typedline next(const typedline &line, bool back);
     /// Whether `line` is what next() returned last: then Tab goes on.
-    bool stands(const typedline &line) const { return line == shown; }
+    bool continues(const typedline &line) const { return line == shown; }
 
 private:
     QString before;

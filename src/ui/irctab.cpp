@@ -24,11 +24,11 @@ namespace {
 /// How many are remembered for the Tab key.
 constexpr qsizetype maxSpeakers = 50;
 
-tabbar::news newsOf(const event &what)
+tabbar::activity activityOf(const event &what)
 {
     if (what.forUs)
-        return tabbar::news::personal;
-    return what.isTalk() ? tabbar::news::message : tabbar::news::event;
+        return tabbar::activity::personal;
+    return what.isTalk() ? tabbar::activity::message : tabbar::activity::event;
 }
 
 } // namespace
@@ -104,7 +104,7 @@ void irctab::happened(const struct event &what)
 {
     if (what.ours)
         return;
-    mainWindow->tabBar->addNews(tabId, newsOf(what));
+    mainWindow->tabBar->addActivity(tabId, activityOf(what));
     const QString nick = what.who.nick();
     if (!what.isTalk() || (!speakers.isEmpty() && speakers.last() == nick))
         return;

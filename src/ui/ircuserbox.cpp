@@ -50,11 +50,11 @@ bool ircuserbox::viewportEvent(QEvent *event)
 void ircuserbox::fill(const ircchannel *channel)
 {
     if (pending == nullptr)
-        QMetaObject::invokeMethod(this, &ircuserbox::settle, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &ircuserbox::takePending, Qt::QueuedConnection);
     pending = channel;
 }
 
-void ircuserbox::settle()
+void ircuserbox::takePending()
 {
     if (pending == nullptr)
         return;

@@ -18,11 +18,11 @@ public:
 
     /// Shows the roster of `channel` as it is now; later changes show at the next call. The roster is taken
     /// when control is back in the event loop, once for all that happened in one go: whoever changes it
-    /// without calling this afterwards calls settle() before. The current row stays with its member or, when
+    /// without calling this afterwards calls takePending() before. The current row stays with its member or, when
     /// the member has gone, where it was.
     void fill(const ircchannel *channel);
     /// Takes the roster now, if it is still to be taken.
-    void settle();
+    void takePending();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -16,7 +16,7 @@ class tabbar : public QTabBar
 
 public:
     /// What has come to a tab, the least urgent first.
-    enum class news { none, event, message, personal };
+    enum class activity { none, event, message, personal };
 
     explicit tabbar(QWidget *parent);
 
@@ -33,7 +33,7 @@ public:
     /// The labels, from left to right.
     QStringList labels() const;
     /// Marks a tab, unless it is in front or marked with something more urgent.
-    void addNews(int id, news what);
+    void addActivity(int id, activity what);
 
 Q_SIGNALS:
     /// This tab has been brought to the front, or was there when the user clicked it.
@@ -52,17 +52,17 @@ private:
     void emitSelected(int index);
     void addShortcuts();
     void step(int by);
-    void goToNews();
-    news newsAt(int index) const;
+    void goToActivity();
+    activity activityAt(int index) const;
     /// Readable on this bar; invalid for none.
-    QColor colourOf(news what) const;
+    QColor colourOf(activity what) const;
     /// Shows the news of the tab at `index`, by colour and to a screen reader.
-    void showNews(int index);
+    void showActivity(int index);
     /// The part of the bar that shows tabs: what the buttons that scroll them leave.
     QRect inSight() const;
 
     int nextId = 0;
     bool m_frontStays = false;
     /// By identifier; those without are not in it.
-    QMap<int, news> unread;
+    QMap<int, activity> unread;
 };
