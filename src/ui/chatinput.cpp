@@ -35,7 +35,7 @@ void chatinput::keyPressEvent(QKeyEvent *event)
 
 void chatinput::replace(const QString &line)
 {
-    // Setting a text takes away what could be undone.
+    // Setting a text clears the undo history.
     if (line != text())
         setText(line);
 }

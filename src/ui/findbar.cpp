@@ -16,9 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A longer one would take long to find in what a stranger has written for it.
+/// Searching for a longer text would take long in lines that a stranger has written for that purpose.
 constexpr int maxSought = 128;
-/// So much of the line that was found is told to a screen reader.
+/// The maximum of a found line that a screen reader gets.
 constexpr int maxAnnounced = 512;
 
 } // namespace

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How many are remembered for the Tab key.
+/// The maximum of nicks that are remembered for completion.
 constexpr qsizetype maxSpeakers = 50;
 
 tabbar::activity activityOf(const event &what)
@@ -36,7 +36,7 @@ tabbar::activity activityOf(const event &what)
 irctab::irctab(tabwindow *window, QString tabName)
     : QWidget(window->widgetStack), mainWindow(window), rules(&isupport::classic()), name(std::move(tabName))
 {
-    // A child that was never hidden would be shown with its parent, over the pages.
+    // Otherwise Qt would show this widget with its parent, on top of the pages.
     hide();
     tabId = mainWindow->tabBar->addTab(name);
     mainWindow->tabBar->setCurrentTab(tabId);
@@ -67,7 +67,7 @@ void irctab::addInput(usercommands::place where, std::function<QStringList()> ni
 {
     auto *search = new findbar(view, page);
     page->layout()->addWidget(search);
-    // Only the page in front is visible, and a hidden one hears no shortcut.
+    // Only the page in front is visible, and shortcuts of hidden widgets do nothing.
     connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
 
     auto *line =

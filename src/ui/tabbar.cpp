@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. One that is would take seconds to lay out.
+/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. The layout of a much longer one takes seconds.
 constexpr qsizetype maxLabel = 512;
 
-/// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
+/// The maximum width of a tab, in letters of average width: two tabs fit on a screen of 240 pixels.
 constexpr int maxTabWidth = 14;
 QString withoutMnemonic(QString label)
 {
@@ -32,12 +32,12 @@ struct look
     const char *words = nullptr;
 };
 
-/// In the order of tabbar::activity. Teal, blue and red stay apart when they are made lighter for a dark desktop, and
-/// for those who confuse red and green.
+/// By tabbar::activity. Teal, blue and red still differ when they are made lighter for a dark desktop, and
+/// for people who confuse red and green.
 constexpr look looks[] = {
     {0, ""}, {0x008070, ", something happened"}, {0x0000ff, ", new messages"}, {0xde2400, ", for you"}};
 
-/// The width of the mark for news that are out of sight.
+/// The width, in pixels, of the mark for activity out of sight.
 constexpr int edgeWidth = 5;
 
 } // namespace
@@ -50,7 +50,7 @@ tabbar::tabbar(QWidget *parent) : QTabBar(parent)
     setAccessibleName(tr("Conversations"));
     addShortcuts();
     connect(this, &QTabBar::currentChanged, this, &tabbar::emitSelected);
-    // A click on the tab in front changes nothing, so QTabBar says nothing more than this.
+    // A click on the tab in front does not change the current tab, so QTabBar emits nothing but this.
     connect(this, &QTabBar::tabBarClicked, this, [this](int index) {
         if (index == currentIndex())
             emitSelected(index);
@@ -60,7 +60,7 @@ tabbar::tabbar(QWidget *parent) : QTabBar(parent)
 int tabbar::addTab(const QString &label)
 {
     const int id = nextId++;
-    // The identifier must stand before the signal of the first tab, which becomes the current one by itself.
+    // QTabBar makes the first tab the current one and emits its signal before the identifier is set.
     const QSignalBlocker silence(this);
     const int index = QTabBar::addTab(withoutMnemonic(label.left(maxLabel)));
     setTabData(index, id);
@@ -128,7 +128,7 @@ void tabbar::addActivity(int id, activity what)
         return;
     unread[id] = what;
     showActivity(indexOf(id));
-    // The tab itself may be out of sight.
+    // If the tab is out of sight, the bar must paint a mark.
     update();
 }
 
