@@ -5,7 +5,7 @@
   bench.py --parlo FILE --stages FILE [--against hexchat] [--runs N]
 
 CPU is the time that the client itself has used (utime + stime), from the first byte of the workload until it has
-answered the PING that follows it and is idle. Only the loopback is used, and no file or process is left behind."""
+answered the PING that follows it and is idle. Only the loopback is used, and no file or process stays behind."""
 
 import argparse
 import os
@@ -109,7 +109,7 @@ class Client:
 
     def launch(self, argv, home, as_nobody):
         prefix = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if as_nobody else []
-        # No session bus: one that is started for a client outlives it, and the next client waits for it.
+        # No session bus: one that a client starts runs on after it, and the next client would wait for it.
         env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, NO_AT_BRIDGE="1",
                    DBUS_SESSION_BUS_ADDRESS="disabled:")
         self.started = time.monotonic()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What each stage of handling a line costs, and how long the window is blocked: in one process, offscreen.
+// Measures each stage of handling a line, and how long the window is blocked, in one process, offscreen.
 // Prints one figure per line: name, value, unit. ./dev bench runs this several times and makes a table of it.
 
 #include "../tests/user.h"
@@ -175,7 +175,7 @@ void flood(const QStringList &lines)
     QWidget *page = person.window()->widgetStack->currentWidget();
     auto *view = page->findChild<ircview *>();
 
-    // The longest time between two turns of the event loop, as a timer that is always due sees it.
+    // The longest time between two turns of the event loop, measured by a timer that is always due.
     QElapsedTimer turn;
     qint64 longest = 0;
     QTimer always;

@@ -324,7 +324,7 @@ void tst_view::members()
         const std::unique_ptr<QPointingDevice> screen(touch ? QTest::createTouchDevice() : nullptr);
         init();
         tab->endofnames();
-        tab->userBox->settle();
+        tab->userBox->takePending();
         // The ranks differ above the balls, where their colour is not.
         QList<QImage> signs;
         for (int row = 0; row < 3; ++row) {
@@ -346,9 +346,9 @@ void tst_view::news()
     for (int i = 1; i < 12; ++i)
         bar->addTab(u"#channel"_s);
     bar->resize(240, 40);
-    using enum tabbar::news;
+    using enum tabbar::activity;
     for (const auto &[id, what] : {std::pair(3, event), {4, message}, {10, personal}})
-        bar->addNews(id, what);
+        bar->addActivity(id, what);
     for (const QColor background : {QColor(0xef, 0xef, 0xef), QColor(0x30, 0x30, 0x30)}) {
         bar->setPalette(QPalette(background));
         for (const auto &[a, b] : {std::pair(3, 4), {4, 10}, {10, 3}}) {

@@ -82,7 +82,7 @@ void user::select(const QString &tab)
 
 void user::press(const QString &tab, const QString &keys)
 {
-    // A shortcut is heard in the active window alone.
+    // A shortcut works in the active window only.
     if (!QTest::qWaitForWindowActive(m_window.get()))
         return;
     for (const QString &key : keys.split(u' ')) {
@@ -105,7 +105,7 @@ QString user::heard()
 {
     QWidget *focus = QApplication::focusWidget();
     if (const auto *list = qobject_cast<QListView *>(focus)) {
-        // Nobody tells it of changed rows while no screen reader runs: it must be a new one.
+        // Without a screen reader it is not updated when rows change, so a new one is made.
         QAccessible::deleteAccessibleInterface(
             QAccessible::uniqueId(QAccessible::queryAccessibleInterface(focus)));
         const auto *row = QAccessible::queryAccessibleInterface(focus)->child(list->currentIndex().row());
@@ -116,7 +116,7 @@ QString user::heard()
            (red ? u", in red"_s : u""_s);
 }
 
-QString user::news(const QString &tab) const
+QString user::activity(const QString &tab) const
 {
     const tabbar *bar = m_window->tabBar;
     const int index = indexOf(tab);
@@ -147,7 +147,7 @@ QString user::looks(const QString &tab) const
                              in<ircuserbox>(tab)->width() > 0 ? "shown" : "hidden");
 }
 
-// How far it is read is kept with the page, and goes with it.
+// The number of read lines is a property of the page, so that it is deleted with the page.
 QString user::takeLine(QWidget *page)
 {
     if (page == nullptr)

@@ -15,7 +15,7 @@ class parlo : public tabwindow
     Q_OBJECT
 
 public:
-    /// Starts the session and runs its connect dialog, which returns before the window is shown.
+    /// Starts the session and runs its connect dialog, which closes before the window is shown.
     explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {});
     ~parlo() override;
 
@@ -24,11 +24,11 @@ public:
 private:
     void addZoomKeys();
     void zoom(int steps);
-    /// Points; 0 is the desktop's own size.
+    /// Points; 0 means the desktop's own size.
     void setFontSize(int points);
     /// Gives the text in all views, present and future, the size in the preferences.
     void applyFontSize();
 
-    /// Deleted before the bar and the stack, which its tabs are in.
+    /// Deleted before the bar and the stack, because its tabs are in them.
     std::unique_ptr<ircsession> session;
 };

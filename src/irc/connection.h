@@ -15,9 +15,9 @@ class ircmode;
 
 /// The link to the one IRC server (RFC 1459).
 ///
-/// It registers, answers PING, turns every line of the server into one typed signal, and writes what we send. The records
-/// in the signals live until the emit returns: receivers copy what they keep. A line is handled completely before the
-/// next is read.
+/// It registers, answers PING, turns each line of the server into a signal, and writes what we send. The
+/// records in the signals live until the emit returns: receivers copy what they keep. A line is handled
+/// completely before the next one is read.
 class connection : public QObject
 {
     Q_OBJECT
@@ -25,27 +25,28 @@ class connection : public QObject
 public:
     connection();
 
-    /// Registers as `nick` with `server`; `port` 0 is `ircPort`, an empty user or real name takes the default.
-    /// Reports an empty nick or server through errormsg() and does nothing else then. An earlier connection
-    /// is dropped.
+    /// Connects to `server` and registers as `nick`. `port` 0 means `ircPort`; an empty user or real name
+    /// means the default. An empty nick or server is reported through errormsg(), and nothing is connected.
+    /// Otherwise an earlier connection is dropped.
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,
                          const QString &realname);
 
-    /// The name by which the server welcomed us; empty before that and after the end of the connection.
+    /// The server's name for itself in its welcome (001); empty before that and after the end of the
+    /// connection.
     QString serverName() const { return m_serverName; }
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return registered; }
 
-    /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands.
+    /// Runs a slash command that was typed in the tab named `target`; see usercommands.
     void userCommand(const QString &text, const QString &target);
     void sendPrivmsg(const QString &target, const QString &text);
-    /// Sends a CTCP request, framed in U+0001 (CTCP draft, 2).
+    /// Sends a CTCP request, between two U+0001 (CTCP draft, 2).
     void sendCtcp(const QString &target, const QString &text);
-    /// Answers a CTCP request by NOTICE, so that two clients cannot keep each other busy.
+    /// Answers a CTCP request by NOTICE, which nobody answers, so two clients cannot go on without end.
     void sendCtcpReply(const QString &target, const QString &text);
 
-    /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
-    /// left out. Whether we are connected is not checked.
+    /// Writes `line` as exactly one line: removes line ends and U+0000, which may be in a stranger's text or
+    /// in the clipboard. Does not check whether we are connected.
     void send(QString line);
 
     /// Whether `name` is a channel.
@@ -67,10 +68,10 @@ public Q_SLOTS:
     void socketDisconnect();
 
 Q_SIGNALS:
-    /// Every line as it came, before it is parsed. Diagnostic: nothing listens here.
+    /// Each line as received, before it is parsed. For diagnosis: nothing is connected to it.
     void gotRawLine(const QString &line);
     void disconnected();
-    /// Diagnostic texts: nothing listens here.
+    /// Texts for diagnosis: nothing is connected to it.
     void debug(const QString &text);
     void privmsg(ircmessage *msg);
     void notice(ircmessage *msg);
@@ -86,11 +87,11 @@ Q_SIGNALS:
     /// One letter of a MODE line, with its argument.
     void mode(ircmode *m);
     void nick(ircmessage *msg);
-    /// A text for the user.
+    /// An error, as a text for the user.
     void errormsg(const QString &text);
     void ctcp(ircmessage *msg);
     void ctcpnotice(ircmessage *msg);
-    /// Why the connection is being ended on our side.
+    /// The reason why we end the connection.
     void dropped(const QString &why);
 
 private:
@@ -98,9 +99,9 @@ private:
     static const reply replies[];
 
     void dropLongLine();
-    /// Ends the connection from our side, and says `why`.
+    /// Ends the connection from our side, and emits dropped().
     void giveUp(const QString &why);
-    /// Whether the server has closed the connection, and this is not told yet: there are lines of it to read.
+    /// Whether the server has closed the connection, but disconnected() is pending until its lines are read.
     bool isEnding() const;
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
@@ -115,8 +116,8 @@ private:
     QString server;
     QString m_serverName;
     bool registered = false;
-    /// How far this connection is; the flags above may still be those of the one before.
+    /// The stage of this connection. The flags above may still be those of the connection before it.
     registration progress;
-    /// Goes on reading what one turn of the event loop has left.
+    /// Continues reading in the next turn of the event loop.
     QTimer nextTurn;
 };

@@ -3,23 +3,23 @@
 
 #include <QString>
 
-/// One person on IRC, or a server where a line's prefix names one.
+/// One person on IRC, or the server that a line's prefix names.
 ///
-/// Two users are the same when their nicks are, whatever the case; the rest of the mask takes no part.
+/// Two users are equal if their nicks are, ignoring case; the rest of the mask does not count.
 class ircuser
 {
 public:
     ircuser() = default;
 
-    /// Splits a mask nick "!" user "@" host (RFC 1459, 2.3.1); a leading ":" is dropped. Without a "!" all of
-    /// it is the nick, as in the prefix of a server. Without an "@" behind the "!" the host stays null.
+    /// Splits a mask nick "!" user "@" host (RFC 1459, 2.3.1); a leading ":" is removed. Without a "!" the
+    /// whole mask is the nick, as in the prefix of a server. Without an "@" after the "!" the host is null.
     explicit ircuser(QString mask);
 
     QString nick() const { return m_nick; }
     QString user() const { return m_user; }
     QString host() const { return m_host; }
     QString realname() const { return m_realname; }
-    /// The lower-cased nick, made once: what every comparison of nicks compares.
+    /// The nick in lower case, stored because every comparison of users needs it.
     const QString &key() const { return m_key; }
 
     void setNick(const QString &nick);

@@ -5,8 +5,8 @@
 
 class ircuser;
 
-/// What goes out, and when, from the moment that we want a connection until the server has welcomed us (RFC 1459,
-/// 4.1), and how far we are.
+/// The way to a welcome from the server (RFC 1459, 4.1): the stage that we have reached, and the lines to
+/// send.
 class registration
 {
 public:
@@ -14,11 +14,11 @@ public:
 
     stage reached() const { return m_stage; }
 
-    /// The socket is asked for a connection.
-    void wait() { m_stage = stage::connecting; }
-    /// The connection stands: the lines that go out now. `channels` may be empty.
+    /// The socket begins to connect.
+    void connecting() { m_stage = stage::connecting; }
+    /// The socket is connected. Returns the lines to send; `channels` may be empty.
     QStringList begin(const ircuser &identity, const QString &server, const QStringList &channels);
-    /// A welcome (001) has come. False if it is not the first one of this connection.
+    /// A welcome (001) was received. False if it is not the first one of this connection.
     bool welcome();
     /// The connection has ended.
     void end() { m_stage = stage::idle; }

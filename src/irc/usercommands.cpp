@@ -16,20 +16,20 @@ QString word(QTextStream &args)
     return text;
 }
 
-/// All that is left, without the white space in front of it.
+/// The rest of the line, without leading white space.
 QString rest(QTextStream &args)
 {
     args.skipWhiteSpace();
     return args.readLine();
 }
 
-// --- what the words do, in the order of the table ---
+// --- the commands, in the order of the table ---
 
 void server(connection &conn, QTextStream &args, const QString & /*target*/)
 {
     const QString host = word(args);
     int port = 0;
-    args.setIntegerBase(10); // a leading 0 is no octal number to a user
+    args.setIntegerBase(10); // for a user, a leading 0 does not mean octal
     args >> port;
     conn.connectToServer(host, port, conn.identity.nick(), conn.identity.user(), conn.identity.realname());
 }
@@ -99,14 +99,14 @@ void me(connection &conn, QTextStream &args, const QString &target)
 
 // --- the table ---
 
-/// Where a word does something.
+/// The tabs that a command works in.
 enum class scope { anywhere, channels, conversations };
 
 struct usercommand
 {
     QLatin1StringView word;
     scope where = scope::anywhere;
-    /// Null where the session does all of it.
+    /// Null if the session does all of it.
     void (*act)(connection &conn, QTextStream &args, const QString &target) = nullptr;
 };
 
@@ -124,7 +124,7 @@ constexpr usercommand commands[] = {
     {"NICK"_L1, scope::anywhere, nick},
     {"KICK"_L1, scope::channels, kick},
     {"CTCP"_L1, scope::anywhere, ctcp},
-    // The session shows it first, but for the tab of the server.
+    // The session has already shown it, except in the tab of the server.
     {actionWord, scope::anywhere, me},
     {closeWord, scope::conversations},
 };

@@ -5,22 +5,22 @@
 
 class connection;
 
-/// What the user may type behind a "/": the one table of these words.
+/// The slash commands, all in one table.
 namespace usercommands {
 
 /// What a tab is for.
 enum class place { server, query, channel };
 
-/// Does what `text`, typed in the tab called `target`, says, and writes one line at most. An unknown word does nothing,
-/// and neither does one that is for channels in a tab that is none.
+/// Runs the command `text`, which was typed in the tab named `target`. Sends at most one line. An unknown
+/// command does nothing, nor does a command for channels in another kind of tab.
 void run(connection &conn, const QString &text, const QString &target);
 
-/// The words that do something in such a tab, as they are typed: "/join".
+/// The commands that work in such a tab, as they are typed: "/join".
 QStringList wordsIn(place where);
 
-/// Whether `text` asks to close its tab; all that begins with the word does.
+/// Whether `text` closes its tab: anything that begins with "/close" does.
 bool isClose(const QString &text);
-/// Whether `text` says what we do; if so, `action` becomes what that is.
+/// Whether `text` is "/me ACTION"; if so, sets `action`.
 bool isAction(const QString &text, QString *action);
 
 } // namespace usercommands

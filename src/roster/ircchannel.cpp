@@ -13,7 +13,7 @@ namespace {
 /// More than any channel has. Without a maximum a server could make each change take seconds.
 constexpr qsizetype maxMembers = 100'000;
 
-/// What a change of rank does to a member, by whether it is set.
+/// The functions that set and remove a rank.
 struct rankchange
 {
     isupport::rank rank = isupport::rank::none;
@@ -27,7 +27,7 @@ constexpr rankchange rankChanges[] = {
     {isupport::rank::voice, &ircchanneluser::setVoice, &ircchanneluser::removeVoice},
 };
 
-/// Applies one letter with its sign, such as "+o"; false if it is no rank.
+/// Applies one letter with its sign, such as "+o"; false if it gives no rank.
 bool applyMode(ircchanneluser *user, const QString &mode, const isupport &rules)
 {
     if (mode.size() != 2 || (mode[0] != u'+' && mode[0] != u'-'))

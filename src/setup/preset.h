@@ -18,7 +18,8 @@ struct preset
     QString password;
     QStringList channels;
 
-    /// Reads the presets of the settings file `config`, in their order; the first missing index ends the list.
+    /// Reads the presets of the settings file `config`, in their order; the first missing index ends the
+    /// list.
     static QList<preset> load(const QString &config);
     /// Writes all of `presets`; false if the file cannot be written. Groups of deleted presets stay in the
     /// file, and nothing reads them.

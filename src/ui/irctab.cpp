@@ -21,14 +21,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How many are remembered for the Tab key.
+/// The maximum of nicks that are remembered for completion.
 constexpr qsizetype maxSpeakers = 50;
 
-tabbar::news newsOf(const event &what)
+tabbar::activity activityOf(const event &what)
 {
     if (what.forUs)
-        return tabbar::news::personal;
-    return what.isTalk() ? tabbar::news::message : tabbar::news::event;
+        return tabbar::activity::personal;
+    return what.isTalk() ? tabbar::activity::message : tabbar::activity::event;
 }
 
 } // namespace
@@ -36,7 +36,7 @@ tabbar::news newsOf(const event &what)
 irctab::irctab(tabwindow *window, QString tabName)
     : QWidget(window->widgetStack), mainWindow(window), rules(&isupport::classic()), name(std::move(tabName))
 {
-    // A child that was never hidden would be shown with its parent, over the pages.
+    // Otherwise Qt would show this widget with its parent, on top of the pages.
     hide();
     tabId = mainWindow->tabBar->addTab(name);
     mainWindow->tabBar->setCurrentTab(tabId);
@@ -67,7 +67,7 @@ void irctab::addInput(usercommands::place where, std::function<QStringList()> ni
 {
     auto *search = new findbar(view, page);
     page->layout()->addWidget(search);
-    // Only the page in front is visible, and a hidden one hears no shortcut.
+    // Only the page in front is visible, and shortcuts of hidden widgets do nothing.
     connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
 
     auto *line =
@@ -104,7 +104,7 @@ void irctab::happened(const struct event &what)
 {
     if (what.ours)
         return;
-    mainWindow->tabBar->addNews(tabId, newsOf(what));
+    mainWindow->tabBar->addActivity(tabId, activityOf(what));
     const QString nick = what.who.nick();
     if (!what.isTalk() || (!speakers.isEmpty() && speakers.last() == nick))
         return;

@@ -13,7 +13,7 @@ class ircview : public logview
 public:
     using logview::logview;
 
-    // Each shows one event. What people say goes through ircToHtml(); all else is inserted as it came.
+    // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
     void notice(const QString &nick, const QString &text);

@@ -10,15 +10,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype maxEntity = 10;
-/// Qt takes time in proportion to the square of a word's length to lay it out: over a second for one of 64
-/// KiB, and 30 ms when it may be broken after so many characters.
+/// Qt's layout of a word takes time in proportion to the square of its length: over a second for 64 KiB, but
+/// only 30 ms if the word can be broken after this number of characters.
 constexpr int maxWord = 128;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
-/// seconds.
+/// A line of 512 bytes (RFC 1459, 2.3) cannot have more runs. The layout of many more takes seconds.
 constexpr size_t maxSpans = 512;
 
-/// Characters that a text document takes for the end of a block, a line or a frame, for an object, or for a
-/// way to go.
+/// Characters with a meaning for a text document: tab, end of a line, a block or a frame, embedded object.
 bool breaksBlock(QChar c)
 {
     return c == u'\t' || c == u'\n' || c == u'\r' || (c >= QChar(0x2028) && c <= QChar(0x2029)) ||
@@ -44,7 +42,7 @@ constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richs
                                   {u"i", richspan::italic},    {u"em", richspan::italic},
                                   {u"u", richspan::underline}, {u"ins", richspan::underline}};
 
-/// The colour in the attributes of a font tag; 0 when they name none.
+/// The colour in the attributes of a font tag; 0 if there is none.
 QRgb colourOf(QStringView attributes)
 {
     const QLatin1StringView key = " color"_L1;
@@ -73,8 +71,8 @@ QRgb colourOf(QStringView attributes)
 richline::richline(QStringView markup)
 {
     m_text.reserve(markup.size());
-    // A "<" behind the last ">" opens nothing: knowing where that is keeps many of them from being searched
-    // for their ends again and again.
+    // A "<" after the last ">" starts no tag. Without this, many of them would cost a search to the end of
+    // the text each.
     const qsizetype lastEnd = markup.lastIndexOf(u'>');
     qsizetype done = 0;
     for (qsizetype i = 0; i < markup.size();) {

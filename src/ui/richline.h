@@ -6,39 +6,39 @@
 
 #include <vector>
 
-/// A run of characters that look alike.
+/// A run of characters with the same look.
 struct richspan
 {
     enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4 };
 
     int start = 0;
     int length = 0;
-    /// 0 is the colour of the view's own text.
+    /// 0 means the view's text colour.
     QRgb colour = 0;
     quint8 styles = plain;
 };
 
-/// One line of rich text, read: its characters, and the runs of them that are not plain.
+/// A line of rich text after parsing: its characters, and the runs of them that are not plain.
 ///
-/// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font
-/// color>, <b>, <u> and <i> switch a look on and off, in any order; all other tags vanish, and nothing is
-/// loaded or laid out for them. Entities become their characters. What is no tag or entity stays as it is. No
-/// character of the result breaks the line.
+/// The text may be a stranger's, so the parser knows little and takes linear time. <font color>, <b>, <u> and
+/// <i> switch a look on and off, in any order. All other tags are removed, and nothing is loaded for them.
+/// Entities become their characters. Everything else stays unchanged. No character of the result breaks the
+/// line.
 class richline
 {
 public:
-    /// Stands in a word that is too long to be laid out in one go, and is no part of what was said.
+    /// Inserted into words that are too long for the layout. It is not part of what was said.
     static constexpr QChar breakHere{0x200b};
 
     explicit richline(QStringView markup);
 
     const QString &text() const { return m_text; }
-    /// In the order of the text, without gaps filled in.
+    /// In the order of the text. Plain text has no span.
     const std::vector<richspan> &spans() const { return m_spans; }
 
 private:
     void appendText(QStringView piece);
-    /// Reads a tag at the front of `rest` and returns its length; 0 when there is none.
+    /// Reads a tag at the start of `rest` and returns its length; 0 if there is none.
     qsizetype readTag(QStringView rest);
     qsizetype readEntity(QStringView rest);
     void applyTag(QStringView name, QStringView attributes, bool closing);
@@ -48,7 +48,7 @@ private:
     QString m_text;
     std::vector<richspan> m_spans;
     int spanStart = 0;
-    /// So many characters have come since the last space.
+    /// The number of characters since the last space.
     int wordLength = 0;
     QRgb colour = 0;
     quint8 styles = richspan::plain;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What somebody says is in the view as it was said, less the control codes, whatever is in it.
+// The view shows what somebody said, except the control codes, whatever the text contains.
 
 #include "fuzz.h"
 
@@ -29,7 +29,7 @@ void fuzz(const QByteArray &input)
 {
     QString text = QString::fromUtf8(input);
     read(text);
-    // Without "&" there are no entities, which are read in what people say, too.
+    // Without "&" there are no entities, which would change the text.
     const QString html = ircview::ircToHtml(text.remove(u'&'));
     require(html.size() <= 15 * text.size() + 8, "markup is in proportion to its text");
     const auto open = [&html](const char *name) {
@@ -37,14 +37,14 @@ void fuzz(const QByteArray &input)
     };
     require(open("b") == 0 && open("u") / 2 == 0 && open("font") / 2 == 0, "tags are balanced");
 
-    // A digit is what Unicode calls so.
+    // Digits are those of Unicode.
     static const QRegularExpression codes(u"\\x{3}\\d{0,2}(,\\d{0,2})?|[\\x{2}\\x{f}\\x{1f}]"_s,
                                           QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression breaks(u"[\\t\\n\\r\\x{2028}\\x{2029}\\x{fdd0}\\x{fdd1}\\x{fffc}]"_s);
     text.remove(codes).remove(richline::breakHere).replace(breaks, u" "_s);
     require(read(html) == text, "the text is what was said");
     ircview view(nullptr);
-    // A line loses the line ends at its end.
+    // addLine() removes line ends at the end.
     view.addLine(html + u'.');
     const QString shown = view.document()->lastBlock().text();
     require(view.blockCount() == 1 && QString(shown).remove(richline::breakHere) == text + u'.',
