@@ -28,7 +28,6 @@
 //   news TAB WORDS            the tab's label must show this activity: "", "something happened",
 //                             "new messages", "for you"
 //   choose TAB NICK           the user double-clicks a member
-//   corner TAB                the user clicks the button that shows and hides the members
 //   resize WIDTHxHEIGHT       the user makes the window this size
 //   looks TAB SIZE FONT LIST  the window must have this size, the tab's text must be this many points larger
 //                             than usual ("+2"), and the members must be "shown" or "hidden"
@@ -189,7 +188,6 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
-    {"corner"_L1, [](auto &t, auto &p) { t.person->clickCorner(p.all); }},
     {"resize"_L1,
      [](auto &t, auto &p) {
          t.person->window()->resize(p.all.section(u'x', 0, 0).toInt(), p.all.section(u'x', 1).toInt());

@@ -68,6 +68,7 @@ class tst_view : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"http"_s); }
     void controlCodes_data() { addRows("control-codes"); }
     void controlCodes() { compare(ircview::ircToHtml); }
     void markup_data() { addRows("markup"); }

@@ -6,7 +6,6 @@
 #include "parlo.h"
 #include "tabbar.h"
 
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 
@@ -50,8 +49,6 @@ public:
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.
     void choose(const QString &tab, const QString &nick);
-    /// Clicks the button that shows and hides the members.
-    void clickCorner(const QString &tab) const { in<QPushButton>(tab)->click(); }
     /// The size of the window, how many points larger than usual the tab's text is, and whether its members
     /// are "shown" or "hidden".
     QString looks(const QString &tab) const;
