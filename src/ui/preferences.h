@@ -12,6 +12,10 @@ struct preferences
     /// Of the window where it does not fill the screen; invalid when it was never set.
     QSize windowSize;
     bool userListShown = true;
+    /// Whether the views show the time of each line.
+    bool times = false;
+    /// So many lines a view keeps; 0 keeps all.
+    int scrollback = 0;
 
     /// What the file holds; where it holds nothing sensible, the defaults.
     static preferences load(const QString &config);

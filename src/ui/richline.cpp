@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype maxEntity = 10;
-/// Qt takes time in proportion to the square of a word's length to lay it out: over a second for one of 64
-/// KiB, and 30 ms when it may be broken after so many characters.
-constexpr int maxWord = 128;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
 /// seconds.
 constexpr size_t maxSpans = 512;
@@ -93,14 +90,8 @@ richline::richline(QStringView markup)
 
 void richline::appendText(QStringView piece)
 {
-    for (const QChar c : piece) {
-        wordLength = c == u' ' || breaksBlock(c) ? 0 : wordLength + 1;
-        if (wordLength > maxWord && !c.isLowSurrogate()) {
-            m_text += breakHere;
-            wordLength = 1;
-        }
+    for (const QChar c : piece)
         m_text += breaksBlock(c) ? u' ' : c;
-    }
 }
 
 qsizetype richline::readTag(QStringView rest)
