@@ -255,7 +255,9 @@ void tst_setup::preferencesAtOnce()
         if (!changed)
             continue;
         window.resize(300, 400);
-        QTRY_COMPARE(file(), QByteArray("[Window]\nFontSize=12\nHeight=400\nUserList=1\nWidth=300\n"));
+        QTRY_COMPARE(
+            file(),
+            QByteArray("[Window]\nFontSize=12\nHeight=400\nScrollback=0\nTimes=0\nUserList=1\nWidth=300\n"));
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
         QTRY_VERIFY(file().contains("FontSize=13"));
     }

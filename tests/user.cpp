@@ -5,7 +5,6 @@
 #include "connectbox.h"
 #include "ircuserbox.h"
 #include "preset.h"
-#include "richline.h"
 
 #include <QAccessible>
 #include <QKeySequence>
@@ -13,7 +12,6 @@
 #include <QMap>
 #include <QPushButton>
 #include <QTest>
-#include <QTextBlock>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -97,8 +95,7 @@ void user::press(const QString &tab, const QString &keys)
 
 QString user::selected(const QString &tab) const
 {
-    return in<ircview>(tab)->textCursor().block().text() + u'/' +
-           in<ircview>(tab)->textCursor().selectedText();
+    return in<ircview>(tab)->selectedLine() + u'/' + in<ircview>(tab)->selection().text();
 }
 
 QString user::heard()
@@ -143,8 +140,9 @@ void user::choose(const QString &tab, const QString &nick)
 QString user::looks(const QString &tab) const
 {
     const int larger = in<ircview>(tab)->font().pointSize() - m_window->font().pointSize();
-    return QString::asprintf("%dx%d %+d %s", m_window->width(), m_window->height(), larger,
-                             in<ircuserbox>(tab)->width() > 0 ? "shown" : "hidden");
+    return QString::asprintf("%dx%d %+d %s%s", m_window->width(), m_window->height(), larger,
+                             in<ircuserbox>(tab)->width() > 0 ? "shown" : "hidden",
+                             in<ircview>(tab)->showsTimes() ? " times" : "");
 }
 
 // The number of read lines is a property of the page, so that it is deleted with the page.
@@ -152,12 +150,12 @@ QString user::takeLine(QWidget *page)
 {
     if (page == nullptr)
         return {};
-    const auto *document = page->findChild<ircview *>()->document();
-    const int next = page->property("linesRead").toInt();
-    if (document->isEmpty() || next >= document->blockCount())
+    const linestore &log = page->findChild<ircview *>()->lines();
+    const qint64 next = page->property("linesRead").toLongLong();
+    if (next >= log.end())
         return {};
     page->setProperty("linesRead", next + 1);
-    return u""_s + document->findBlockByNumber(next).text().remove(richline::breakHere);
+    return u""_s + log.text(next);
 }
 
 QString user::nextLine(const QString &tab)

@@ -9,7 +9,8 @@ class ircsession;
 
 /// The main window: the pages of the tabs, and the tab bar below them. Tabs add themselves to both.
 ///
-/// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views.
+/// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views, and Ctrl+T shows and hides
+/// the times.
 class parlo : public tabwindow
 {
     Q_OBJECT
@@ -22,7 +23,7 @@ public:
     QWidget *mainBox;
 
 private:
-    void addZoomKeys();
+    void addViewKeys();
     void zoom(int steps);
     /// Points; 0 means the desktop's own size.
     void setFontSize(int points);

@@ -59,6 +59,8 @@ void irctab::addView(QWidget *parent)
 {
     view = new ircview(parent);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    view->setTimes(mainWindow->prefs().times);
+    view->setScrollback(mainWindow->prefs().scrollback);
     view->setAccessibleName(tr("Conversation with %1").arg(name));
     parent->layout()->addWidget(view);
 }
@@ -158,6 +160,8 @@ void irctab::nick(const QString &oldNick, const QString &newNick)
 void irctab::userInput()
 {
     const QString text = input->text();
+    if (view->keepsPlace())
+        view->scrollToBottom();
     Q_EMIT gotUserInput(text, this);
     input->clear();
 }

@@ -12,6 +12,10 @@ struct preferences
     /// The size of the window when it does not fill the screen; invalid if it was never set.
     QSize windowSize;
     bool userListShown = true;
+    /// Whether the views show the time of each line.
+    bool times = false;
+    /// So many lines a view keeps; 0 keeps all.
+    int scrollback = 0;
 
     /// Reads the file. A missing or impossible value becomes the default.
     static preferences load(const QString &config);

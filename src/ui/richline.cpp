@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype maxEntity = 10;
-/// Qt's layout of a word takes time in proportion to the square of its length: over a second for 64 KiB, but
-/// only 30 ms if the word can be broken after this number of characters.
-constexpr int maxWord = 128;
 /// A line of 512 bytes (RFC 1459, 2.3) cannot have more runs. The layout of many more takes seconds.
 constexpr size_t maxSpans = 512;
 
@@ -91,14 +88,8 @@ richline::richline(QStringView markup)
 
 void richline::appendText(QStringView piece)
 {
-    for (const QChar c : piece) {
-        wordLength = c == u' ' || breaksBlock(c) ? 0 : wordLength + 1;
-        if (wordLength > maxWord && !c.isLowSurrogate()) {
-            m_text += breakHere;
-            wordLength = 1;
-        }
+    for (const QChar c : piece)
         m_text += breaksBlock(c) ? u' ' : c;
-    }
 }
 
 qsizetype richline::readTag(QStringView rest)

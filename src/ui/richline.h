@@ -27,9 +27,6 @@ struct richspan
 class richline
 {
 public:
-    /// Inserted into words that are too long for the layout. It is not part of what was said.
-    static constexpr QChar breakHere{0x200b};
-
     explicit richline(QStringView markup);
 
     const QString &text() const { return m_text; }
@@ -48,8 +45,6 @@ private:
     QString m_text;
     std::vector<richspan> m_spans;
     int spanStart = 0;
-    /// The number of characters since the last space.
-    int wordLength = 0;
     QRgb colour = 0;
     quint8 styles = richspan::plain;
 };
