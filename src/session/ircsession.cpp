@@ -29,8 +29,6 @@ namespace {
 constexpr int closeDelayMs = 1;
 /// An older line is one that was kept for us: it shows its time and is no news.
 constexpr qint64 maxAgeMs = 60'000;
-/// How many servers or nicks a line about many people names.
-constexpr qsizetype maxNamed = 3;
 
 } // namespace
 
