@@ -64,8 +64,8 @@ void connection::connectToServer(const QString &host, int port, const QString &n
         return;
     }
     const ircaddress address = ircaddress::isMeant(host) ? ircaddress(host) : ircaddress();
-    if (!address.error().isEmpty()) {
-        Q_EMIT errormsg(address.error());
+    if (const QString error = ircaddress::errorOf(host); !error.isEmpty()) {
+        Q_EMIT errormsg(error);
         return;
     }
     identity.setNick(nick);

@@ -147,8 +147,8 @@ bool connectbox::checkQuickConnect()
     if (serverOut->contains(u' '))
         return refuse(tr("You can't have a space\nin the server name"));
     const ircaddress address(*serverOut);
-    if (!address.error().isEmpty())
-        return refuse(address.error());
+    if (const QString error = ircaddress::errorOf(*serverOut); !error.isEmpty())
+        return refuse(error);
     if (!address.account().isEmpty() && !askPassword(this, address.account(), &m_details.password))
         return false;
     Config config(Config::settingsName());
@@ -167,7 +167,7 @@ bool connectbox::takePreset()
     if (i < 0)
         return false;
     const preset &chosen = presets.at(i);
-    if (const QString error = ircaddress(chosen.server).error(); !error.isEmpty()) {
+    if (const QString error = ircaddress::errorOf(chosen.server); !error.isEmpty()) {
         say(this, error);
         return false;
     }

@@ -145,7 +145,7 @@ QString presetbox::complaint() const
         return tr("You must specify an IRC server");
     if (serverEdit->text().contains(u' '))
         return tr("You cannot have a space in the server name");
-    return ircaddress(serverEdit->text()).error();
+    return ircaddress::errorOf(serverEdit->text());
 }
 
 void presetbox::accept()
