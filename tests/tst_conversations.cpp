@@ -195,7 +195,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
      }},
     {"refuse"_L1, [](auto &t, auto &) { t.server->close(); }},
     {"listen"_L1, [](auto &t, auto &) { QVERIFY(t.server->listen(QHostAddress::LocalHost, t.port)); }},
-    {"pass"_L1, [](auto &, auto &p) { countdown::pass(qRound(p.all.toDouble() * 1000)); }},
+    {"pass"_L1,
+     [](auto &, auto &p) {
+         countdown::pass(qRound(p.all.toDouble() * 1000));
+         QCoreApplication::processEvents(); // what is due fires now, or not at all
+     }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
     {"close"_L1,
      [](auto &t, auto &) {
