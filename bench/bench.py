@@ -5,7 +5,7 @@
   bench.py --parlo FILE --stages FILE [--against hexchat] [--runs N]
 
 CPU is the time that the client itself has used (utime + stime), from the first byte of the workload until it has
-answered the PING that follows it and is idle. Only the loopback is used, and no file or process is left behind."""
+answered the PING that follows it and is idle. Only the loopback is used, and no file or process stays behind."""
 
 import argparse
 import os
@@ -23,6 +23,8 @@ import time
 TICK = os.sysconf("SC_CLK_TCK")
 MEMBERS = 5000
 CHANNEL = "#bench"
+SIZE = ("1100", "700")    # of each main window
+PAINTED = 5000
 
 
 def talk(lines):
@@ -101,6 +103,14 @@ class Server:
         self.peer.sendall(data + b"PING :done\r\n")
         self.wait_for("PONG")
 
+    def send_slowly(self, data):
+        """Ten lines and a rest of 50 ms, so that every line is painted: talk that someone reads along."""
+        lines = data.splitlines(keepends=True)
+        for start in range(0, len(lines), 10):
+            self.peer.sendall(b"".join(lines[start:start + 10]))
+            time.sleep(0.05)
+        self.send(b"")
+
 
 class Client:
     """A running client: its process, and what /proc says about it."""
@@ -109,7 +119,7 @@ class Client:
 
     def launch(self, argv, home, as_nobody):
         prefix = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if as_nobody else []
-        # No session bus: one that is started for a client outlives it, and the next client waits for it.
+        # No session bus: one that a client starts runs on after it, and the next client would wait for it.
         env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, NO_AT_BRIDGE="1",
                    DBUS_SESSION_BUS_ADDRESS="disabled:")
         self.started = time.monotonic()
@@ -183,16 +193,23 @@ def run(start, args, flood):
         shown = start(client, args, server, home)
         out["first window, ms"] = shown * 1000
         server.welcome()
+        subprocess.run(["xdotool", "windowsize", "--sync", client.window("^Parlo v|HexChat"), *SIZE], check=True)
         client.settle()
         out["start, CPU ms"] = client.cpu() * 1000
         out["idle memory, MiB"] = idle = client.rss()
+        before = client.cpu()
+        server.send_slowly(talk(PAINTED))
+        client.settle()
+        out["%d painted lines, CPU us/line" % PAINTED] = (client.cpu() - before) / PAINTED * 1e6
+        out["painted, memory, B/line"] = (client.rss() - idle) * 1024 * 1024 / PAINTED
+        painted = client.rss()
         for lines, data in flood.items():
             before, began = client.cpu(), time.monotonic()
             server.send(data)
             out["%d lines, s" % lines] = time.monotonic() - began
             client.settle()
             out["%d lines, CPU us/line" % lines] = (client.cpu() - before) / lines * 1e6
-        out["memory, B/line"] = (client.rss() - idle) * 1024 * 1024 / sum(flood)
+        out["memory of these, B/line"] = (client.rss() - painted) * 1024 * 1024 / sum(flood)
         before = client.cpu()
         server.send(names())
         client.settle()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Plays the conversations in tests/conversations: Parlo, whole, between a scripted server and a scripted
+// Plays the conversations in tests/conversations: the whole program between a scripted server and a scripted
 // user. A script is read from top to bottom:
 //
 //   connect NICK CHANNELS     the user opens Parlo and connects; "-" joins nothing
@@ -15,7 +15,7 @@
 //   listen                    the server listens again
 //   pass SECONDS              so much time passes for the link
 //   deaf                      the server reads nothing from now on
-//   close                     the server sends at once what it has to say, and closes the connection
+//   close                     the server sends all its pending lines and closes the connection
 //   gone                      the server sees the connection end
 //   (TAB) TEXT                the user types a text into a tab and presses Return
 //   [TAB] LINE                the tab must show this line next
@@ -28,29 +28,30 @@
 //   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   edit TAB TEXT             the user types a text and does not press Return
 //   press TAB KEYS            the user presses keys in the tab's input line: "Tab Shift+Tab"
-//   keys KEYS                 the user presses keys where the keyboard is
-//   hears TEXT                a screen reader must be told this where the keyboard is
-//   input TAB TEXT            this must stand in the input line
+//   keys KEYS                 the user presses keys where the focus is
+//   hears TEXT                a screen reader must get this for what has the focus
+//   input TAB TEXT            the input line must contain this
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
-//   news TAB WORDS            the tab's label must show these news: "", "something happened",
+//   news TAB WORDS            the tab's label must show this activity: "", "something happened",
 //                             "new messages", "for you"
 //   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   choose TAB NICK           the user double-clicks a member
 //   resize WIDTHxHEIGHT       the user makes the window this size
-//   looks TAB SIZE FONT LIST  so big must the window be, so many points larger than usual the tab's text
-//                             ("+2"), and the members "shown" or "hidden"
+//   looks TAB SIZE FONT LIST  the window must have this size, the tab's text must be this many points larger
+//                             than usual ("+2"), and the members must be "shown" or "hidden"
 //   picture NAME-WIDTHxHEIGHT the window, at this size, is saved as a picture
 //   warns TEXT                Parlo must write this warning to stderr before the script ends
-//   repeat COUNT STEP         does a step so often; $N in it is the number, from 0
-//   ngircd start              a real server takes the place of the scripted one, and says and hears what it
-//                             will: of the words above "(TAB)" only "connect" is for it
+//   repeat COUNT STEP         repeats a step; $N in it is the number, from 0
+//   ngircd start              a real server replaces the scripted one: of the steps above "(TAB)", only
+//                             "connect" works with it
 //   ngircd stop               the real server ends
 //   guest LINE                the other client of the real server sends this line
 //   heard TEXT                the other client must have been sent this by now
 //
-// "TAB/2" is the second tab of a name, $PORT the server's port, $PAST a moment two minutes ago. See rows.h for control characters and long
-// texts. Lines that begin with ";" are remarks. At the end nothing may be left that Parlo sent or showed and
-// the script did not ask for, and any other warning fails the test.
+// "TAB/2" is the second tab of a name, $PORT the server's port, $PAST a moment two minutes
+// ago. See rows.h for control characters and long
+// texts. Lines that begin with ";" are comments. The test fails if Parlo sent, showed or warned of anything
+// that the script did not ask for.
 
 #include "countdown.h"
 #include "linecodec.h"
@@ -107,7 +108,7 @@ void tst_conversations::init()
     static const int zone = QDateTime::currentDateTimeUtc().time().hour() - 12;
     qputenv("TZ", "Test" + QByteArray::number(zone));
     QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support )"_s));
-    // The one before it keeps its window's size when it goes.
+    // The last user's window saves its size when it is deleted.
     person.reset();
     person = std::make_unique<user>();
     server = std::make_unique<QTcpServer>();
@@ -136,7 +137,7 @@ void tst_conversations::stopServer()
     QVERIFY(ngircd.waitForFinished());
 }
 
-/// What stands behind the first word of a line: all of it, or its own first word and the rest.
+/// The part of a line after its first word: all of it, and its own first word and the rest.
 struct phrase
 {
     QString all;
@@ -221,7 +222,7 @@ const tst_conversations::verb tst_conversations::verbs[] = {
      }},
     {"{}"_L1,
      [](auto &t, auto &p) {
-         QCoreApplication::processEvents(); // the list follows its roster a moment later
+         QCoreApplication::processEvents(); // the copy of the roster is pending
          QTRY_COMPARE(t.person->members(p.first), p.rest);
      }},
     {"sees"_L1,
@@ -241,8 +242,7 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"hears"_L1, [](auto &, auto &p) { QTRY_COMPARE(user::heard(), p.all); }},
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
-    {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->news(p.first), p.rest); }},
-    {"click"_L1, [](auto &t, auto &p) { t.person->click(p.first, p.rest); }},
+    {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
     {"resize"_L1,
      [](auto &t, auto &p) {

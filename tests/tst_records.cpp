@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What no conversation can show: how a line comes apart, a roster and a socket by themselves, diagnostics.
+// What no conversation can test: how a line is split, a roster and a socket by themselves, diagnostics.
 
 #include "connection.h"
 #include "ircchannel.h"
@@ -59,7 +59,7 @@ void tst_records::roster()
     QStringList chunk{u"zoe"_s, u"@alice"_s};
     channel.names(&chunk);
     QCOMPARE(channel.roster()->first().nick(), u"zoe"_s);
-    // From the connection each letter comes alone.
+    // The connection would send each letter alone.
     const ircmode together{ircmessage(u"MODE #c +ov zoe"_s)};
     QTest::ignoreMessage(QtWarningMsg, "unknown mode for user in this channel");
     channel.mode(&together);

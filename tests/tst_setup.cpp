@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The connect dialog, the preset editor and the settings file behind them. tests/rows/dialogs.txt has most of
-// it.
+// The connect dialog, the preset editor and the settings file behind them. Most cases are in
+// tests/rows/dialogs.txt.
 
 #include "config.h"
 #include "connectbox.h"
@@ -36,7 +36,7 @@ namespace {
 
 const QString oddName = u"@@1;,\"\\#\t\u00fc\u202e\U0001f600ff "_s;
 
-/// What the dialog hands out, and the dialog.
+/// The dialog, and the variables that it writes to.
 struct asked
 {
     QString nick;
@@ -178,7 +178,7 @@ void tst_setup::step(const QString &line)
     verbs.value(verb, [&] { press(dialog->box, verb); })();
 }
 
-/// Uses the editor if it is open, and cancels it if it is still open then.
+/// Uses the editor if it is open, and cancels it if it is still open after that.
 void tst_setup::useEditor(const QString &verb, const QString &rest)
 {
     auto *editor = qobject_cast<presetbox *>(QApplication::activeModalWidget());
@@ -242,7 +242,7 @@ void tst_setup::twoAtOnce()
     QCOMPARE(file(), QByteArray("one=\"1 \"\ntwo=\"2\\x000a2\"\n"));
 }
 
-// A signal may end the program at any time. The remark goes when the file is written.
+// A signal may end the program at any time. The comment is lost when the file is written.
 void tst_setup::preferencesAtOnce()
 {
     step(u"$ printf '; remark\\n[Window]\\nFontSize=12\\nWidth=240\\nHeight=320\\n' >$f"_s);
@@ -255,7 +255,9 @@ void tst_setup::preferencesAtOnce()
         if (!changed)
             continue;
         window.resize(300, 400);
-        QTRY_COMPARE(file(), QByteArray("[Window]\nFontSize=12\nHeight=400\nUserList=1\nWidth=300\n"));
+        QTRY_COMPARE(
+            file(),
+            QByteArray("[Window]\nFontSize=12\nHeight=400\nScrollback=0\nTimes=0\nUserList=1\nWidth=300\n"));
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
         QTRY_VERIFY(file().contains("FontSize=13"));
     }

@@ -5,7 +5,6 @@
 #include "connectbox.h"
 #include "ircuserbox.h"
 #include "preset.h"
-#include "richline.h"
 
 #include <QAccessible>
 #include <QKeySequence>
@@ -13,7 +12,6 @@
 #include <QMap>
 #include <QPushButton>
 #include <QTest>
-#include <QTextBlock>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -94,7 +92,7 @@ void user::select(const QString &tab)
 
 void user::press(const QString &tab, const QString &keys)
 {
-    // A shortcut is heard in the active window alone.
+    // A shortcut works in the active window only.
     if (!QTest::qWaitForWindowActive(m_window.get()))
         return;
     for (const QString &key : keys.split(u' ')) {
@@ -109,15 +107,14 @@ void user::press(const QString &tab, const QString &keys)
 
 QString user::selected(const QString &tab) const
 {
-    return in<ircview>(tab)->textCursor().block().text() + u'/' +
-           in<ircview>(tab)->textCursor().selectedText();
+    return in<ircview>(tab)->selectedLine() + u'/' + in<ircview>(tab)->selection().text();
 }
 
 QString user::heard()
 {
     QWidget *focus = QApplication::focusWidget();
     if (const auto *list = qobject_cast<QListView *>(focus)) {
-        // Nobody tells it of changed rows while no screen reader runs: it must be a new one.
+        // Without a screen reader it is not updated when rows change, so a new one is made.
         QAccessible::deleteAccessibleInterface(
             QAccessible::uniqueId(QAccessible::queryAccessibleInterface(focus)));
         const auto *row = QAccessible::queryAccessibleInterface(focus)->child(list->currentIndex().row());
@@ -128,7 +125,7 @@ QString user::heard()
            (red ? u", in red"_s : u""_s);
 }
 
-QString user::news(const QString &tab) const
+QString user::activity(const QString &tab) const
 {
     const tabbar *bar = m_window->tabBar;
     const int index = indexOf(tab);
@@ -155,21 +152,22 @@ void user::choose(const QString &tab, const QString &nick)
 QString user::looks(const QString &tab) const
 {
     const int larger = in<ircview>(tab)->font().pointSize() - m_window->font().pointSize();
-    return QString::asprintf("%dx%d %+d %s", m_window->width(), m_window->height(), larger,
-                             in<ircuserbox>(tab)->width() > 0 ? "shown" : "hidden");
+    return QString::asprintf("%dx%d %+d %s%s", m_window->width(), m_window->height(), larger,
+                             in<ircuserbox>(tab)->width() > 0 ? "shown" : "hidden",
+                             in<ircview>(tab)->showsTimes() ? " times" : "");
 }
 
-// How far it is read is kept with the page, and goes with it.
+// The number of read lines is a property of the page, so that it is deleted with the page.
 QString user::takeLine(QWidget *page)
 {
     if (page == nullptr)
         return {};
-    const auto *document = page->findChild<ircview *>()->document();
-    const int next = page->property("linesRead").toInt();
-    if (document->isEmpty() || next >= document->blockCount())
+    const linestore &log = page->findChild<ircview *>()->lines();
+    const qint64 next = page->property("linesRead").toLongLong();
+    if (next >= log.end())
         return {};
     page->setProperty("linesRead", next + 1);
-    return u""_s + document->findBlockByNumber(next).text().remove(richline::breakHere);
+    return u""_s + log.text(next);
 }
 
 QString user::nextLine(const QString &tab)

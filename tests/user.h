@@ -13,16 +13,16 @@
 
 #include <memory>
 
-/// Someone who uses Parlo: chooses a preset in the connect dialog, reads the tabs and types into them. Knows
-/// of the program only what is on the screen.
+/// A user of Parlo: chooses a preset in the connect dialog, reads the tabs and types into them. Knows only
+/// what is on the screen.
 class user
 {
 public:
     /// Saves what `window` shows as `name`.png, and on a dark desktop as `name`-dark.png: in the folder that
-    /// PICTURES names, where there is one.
+    /// PICTURES names, if it is set.
     static bool picture(QWidget &window, const QString &name);
 
-    /// The classes of the widgets in `window` that can have the keyboard and no name for a screen reader.
+    /// The classes of the widgets in `window` that can get the focus but have no name for a screen reader.
     static QStringList nameless(const QWidget &window);
 
     user() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
@@ -36,23 +36,23 @@ public:
         connectTo(QStringLiteral("127.0.0.1"), port, nick, channels);
     }
 
-    /// What the tab bar reads, from left to right.
+    /// The labels in the tab bar, from left to right.
     QStringList tabs() const { return m_window->tabBar->labels(); }
     QString frontTab() const { return tabs().value(m_window->tabBar->currentIndex()); }
     /// Clicks the tab called `tab`. The second one of a name is called "name/2".
     void select(const QString &tab);
     /// Types a text without Return.
     void edit(const QString &tab, const QString &text) const { in<chatinput>(tab)->setText(text); }
-    /// Presses `keys` ("Ctrl+PgUp Tab") in the input line, or where the keyboard is if no tab is named.
+    /// Presses `keys` ("Ctrl+PgUp Tab") in the input line, or where the focus is if no tab is named.
     void press(const QString &tab, const QString &keys);
-    /// What stands in the input line.
+    /// The text of the input line.
     QString input(const QString &tab) const { return in<chatinput>(tab)->text(); }
     /// The line with the selection in a tab, and what is selected there, after a "/".
     QString selected(const QString &tab) const;
-    /// What a screen reader is told by the row or the field that has the keyboard, and whether that is red.
+    /// What a screen reader gets for the row or the field that has the focus, and whether that is red.
     static QString heard();
-    /// What the tab's label says of its news, to someone who sees the colour; empty when there are none.
-    QString news(const QString &tab) const;
+    /// The activity that a tab's label shows, in words; empty if there is none or the label has no colour.
+    QString activity(const QString &tab) const;
     /// Clicks a member in the list of a tab, or the button that reads `what`.
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.
@@ -60,9 +60,9 @@ public:
     /// The size of the window, how many points larger than usual the tab's text is, and whether its members
     /// are "shown" or "hidden".
     QString looks(const QString &tab) const;
-    /// The next line of a tab that was not asked for yet; waits for it. Null when none comes.
+    /// The next unread line of a tab; waits for it. Null if none comes.
     QString nextLine(const QString &tab);
-    /// Lines that nobody has asked for, each as "tab: line".
+    /// All unread lines, each as "tab: line".
     QStringList unreadLines();
     /// The member list of a tab: nicks, each with the sign of the ball in front of it.
     QString members(const QString &tab) const;
@@ -71,7 +71,7 @@ public:
 
 private:
     int indexOf(const QString &tab) const;
-    /// Pages stand in the stack in the order of the tabs.
+    /// Pages are in the stack in the order of the tabs.
     QWidget *pageOf(const QString &tab) const { return m_window->widgetStack->widget(indexOf(tab)); }
     /// The part of this kind in a tab.
     template <typename Part>
@@ -79,7 +79,7 @@ private:
     {
         return pageOf(tab)->findChild<Part *>();
     }
-    /// The next line of a page that was not asked for yet. Null when there is none.
+    /// The next unread line of a page. Null if there is none.
     static QString takeLine(QWidget *page);
 
     QTemporaryDir home;

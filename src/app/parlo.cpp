@@ -3,6 +3,7 @@
 
 #include "box.h"
 #include "ircsession.h"
+#include "logview.h"
 #include "resource.h"
 #include "tabbar.h"
 #include "version.h"
@@ -30,7 +31,7 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QSt
     column->addWidget(widgetStack);
     column->addWidget(tabBar);
     setCentralWidget(mainBox);
-    addZoomKeys();
+    addViewKeys();
     applyFontSize();
     if (prefs().windowSize.isValid())
         resize(prefs().windowSize);
@@ -40,7 +41,7 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QSt
 
 parlo::~parlo() = default;
 
-void parlo::addZoomKeys()
+void parlo::addViewKeys()
 {
     const auto add = [this](QKeyCombination keys, auto act) {
         connect(new QShortcut(keys, this), &QShortcut::activated, this, act);
@@ -49,6 +50,11 @@ void parlo::addZoomKeys()
         add(Qt::CTRL | plus, [this] { zoom(1); });
     add(Qt::CTRL | Qt::Key_Minus, [this] { zoom(-1); });
     add(Qt::CTRL | Qt::Key_0, [this] { setFontSize(0); });
+    add(Qt::CTRL | Qt::Key_T, [this] {
+        prefer(&preferences::times, !prefs().times);
+        for (logview *view : findChildren<logview *>())
+            view->setTimes(prefs().times);
+    });
 }
 
 void parlo::zoom(int steps)

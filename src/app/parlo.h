@@ -9,7 +9,8 @@ class ircsession;
 
 /// The main window: the pages of the tabs, and the tab bar below them. Tabs add themselves to both.
 ///
-/// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views.
+/// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views, and Ctrl+T shows and hides
+/// the times.
 class parlo : public tabwindow
 {
     Q_OBJECT
@@ -23,13 +24,13 @@ public:
     QWidget *mainBox;
 
 private:
-    void addZoomKeys();
+    void addViewKeys();
     void zoom(int steps);
-    /// Points; 0 is the desktop's own size.
+    /// Points; 0 means the desktop's own size.
     void setFontSize(int points);
     /// Gives the text in all views, present and future, the size in the preferences.
     void applyFontSize();
 
-    /// Deleted before the bar and the stack, which its tabs are in.
+    /// Deleted before the bar and the stack, because its tabs are in them.
     std::unique_ptr<ircsession> session;
 };

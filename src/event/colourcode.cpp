@@ -5,7 +5,7 @@ namespace {
 
 constexpr int maxDigits = 2;
 
-/// The number at `place`, which moves behind it; -1 if there is none.
+/// Reads the number at `place` and moves `place` behind it; -1 if there is none.
 int readNumber(QStringView text, qsizetype *place)
 {
     int number = -1;

@@ -3,19 +3,19 @@
 
 #include <QStringView>
 
-/// What follows the colour character U+0003 in a text: up to two digits for the colour and, behind a comma, up to two for
-/// the background.
+/// A colour code after the character U+0003: up to two digits for the colour and, after a comma, up to two
+/// for the background.
 struct colourcode
 {
-    /// The character that begins one.
+    /// The character in front of a code.
     static constexpr QChar mark{3};
 
-    /// Reads what stands at the front of `text`, which is what follows the mark. Any text will do.
+    /// Reads the code at the start of `text`, which is the text after the mark. Any text is valid.
     explicit colourcode(QStringView text);
 
-    /// -1 where no number is given.
+    /// -1 if no number is given.
     int colour = -1;
     int background = -1;
-    /// How many characters of the text belong to it.
+    /// The number of characters in the code, without the mark.
     qsizetype length = 0;
 };

@@ -3,10 +3,10 @@
 
 #include "ircuser.h"
 
-/// Something that happened on IRC, known before anyone shows it. What follows from it, such as the activity of a tab,
-/// is a function of it.
+/// Something that happened on IRC. It is made before anything is shown, so whatever depends on it, such as
+/// the activity of a tab, can be a function of it.
 ///
-/// Inside of a QObject say `struct event`: there the name is that of QObject::event().
+/// Inside a QObject write `struct event`, because `event` is QObject::event() there.
 struct event
 {
     enum class kind { message, action, notice, join, part, quit, kick, nick, mode, reply, disconnect };
@@ -14,7 +14,7 @@ struct event
     kind what = kind::reply;
     /// Who did or said it; without a nick if nobody did.
     ircuser who;
-    /// The channel or nick that it was said to or done in; empty where it concerns no single one.
+    /// The channel or nick that it was sent to; empty if it concerns no single one.
     QString where;
     /// What was said, the reason that was given, or the new nick, with its control codes.
     QString text;
@@ -22,9 +22,9 @@ struct event
     qint64 when = 0;
     /// It was kept for us and comes late: it is no news.
     bool old = false;
-    /// It is our own doing.
+    /// We did it ourselves.
     bool ours = false;
-    /// It was said to us alone, or says our nick. Never true of what is ours.
+    /// It was sent to us alone, or contains our nick. False if `ours` is true.
     bool forUs = false;
 
     /// Whether a person said something.

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The server says what our nick is, and looking for a long one takes long.
+/// The server can set our nick, and searching for a very long one takes long.
 constexpr qsizetype maxWord = 128;
 
 /// RFC 2812, 2.3.1: what a nick may consist of.
@@ -14,7 +14,7 @@ bool continuesWord(QChar c)
     return c.isLetterOrNumber() || QStringView(u"-[]\\`_^{|}").contains(c);
 }
 
-/// The number of a colour is no part of the word behind it.
+/// The digits of a colour code are not part of the word after them.
 QString withoutColours(const QString &text)
 {
     QString plain;

@@ -3,5 +3,6 @@
 
 #include <QString>
 
-/// Whether `text`, with its control codes, says `word`, a nick mostly, as a word of its own and whatever the case.
+/// Whether `text`, which may have control codes, contains `word` (such as a nick) as a separate word,
+/// ignoring case.
 bool mentions(const QString &text, const QString &word);

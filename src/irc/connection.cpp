@@ -14,12 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In one turn of the event loop, lines are handled for this long: about 1,000 common ones. So the window stays alive
-/// when a server sends as fast as it can.
+/// The maximum time for handling lines in one turn of the event loop: about 1,000 common ones. So the window
+/// still reacts when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot hold more letters; each is asked of every channel tab.
+/// A line of 512 bytes (RFC 1459, 2.3) cannot contain more letters. Every channel tab gets each of them.
 constexpr int maxModes = 512;
-/// In bytes, how much of ours may wait for a server that does not read.
+/// In bytes: the maximum of unsent data while a server does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
 /// CR LF.
 constexpr qsizetype lineEndBytes = 2;
@@ -77,7 +77,7 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     }
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
-    progress.wait();
+    progress.connecting();
     if (address.isValid())
         return openAddress(address, port);
     keeper.forget();
@@ -141,7 +141,7 @@ void connection::readSocket()
     if (nextTurn.isActive())
         return;
     QElapsedTimer turn;
-    // One line is handled in any case, however slow the machine is.
+    // At least one line is handled, however slow the machine is.
     for (turn.start(); socket.canReadLine();) {
         const QString line = socket.takeLine();
         if (line.isNull())
@@ -159,7 +159,7 @@ void connection::readSocket()
 
 void connection::socketDisconnect()
 {
-    // What came before the end is shown before it.
+    // Lines that arrived before the end are shown before it.
     if (socket.canReadLine())
         return readSocket();
     endLink();
@@ -227,7 +227,7 @@ struct connection::reply
     void (connection::*handle)(ircmessage *) = nullptr;
 };
 
-// A signal is a member function: what needs no work of ours goes straight out.
+// A signal is a member function, so a row can name one directly.
 const connection::reply connection::replies[] = {
     {"001"_L1, &connection::handleWelcome},
     {"PING"_L1, &connection::handlePing},
@@ -328,7 +328,8 @@ void connection::noteMask(const ircmessage &msg)
 
 void connection::handleWelcome(ircmessage *msg)
 {
-    // The server may have cut our nick, or we took another one before the welcome: its word holds.
+    // The server may have cut our nick, or we may have changed it before the welcome: the server's nick is
+    // right.
     const QString welcomedNick = msg->param(0, true);
     if (progress.welcome() && !welcomedNick.isEmpty())
         identity.setNick(welcomedNick);

@@ -39,7 +39,8 @@ public:
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,
                          const QString &realname);
 
-    /// The name by which the server welcomed us; empty before that and after the end of the connection.
+    /// The server's name for itself in its welcome (001); empty before that and after the end of the
+    /// connection.
     QString serverName() const { return m_serverName; }
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return registered; }
@@ -53,9 +54,9 @@ public:
     /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
     void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);
-    /// Sends a CTCP request, framed in U+0001 (CTCP draft, 2).
+    /// Sends a CTCP request, between two U+0001 (CTCP draft, 2).
     void sendCtcp(const QString &target, const QString &text);
-    /// Answers a CTCP request by NOTICE, so that two clients cannot keep each other busy.
+    /// Answers a CTCP request by NOTICE, which nobody answers, so two clients cannot go on without end.
     void sendCtcpReply(const QString &target, const QString &text);
 
     /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
@@ -98,10 +99,10 @@ public Q_SLOTS:
     void socketDisconnect();
 
 Q_SIGNALS:
-    /// Every line as it came, before it is parsed. Diagnostic: nothing listens here.
+    /// Each line as received, before it is parsed. For diagnosis: nothing is connected to it.
     void gotRawLine(const QString &line);
     void disconnected();
-    /// Diagnostic texts: nothing listens here.
+    /// Texts for diagnosis: nothing is connected to it.
     void debug(const QString &text);
     void privmsg(ircmessage *msg);
     void notice(ircmessage *msg);
@@ -117,11 +118,11 @@ Q_SIGNALS:
     /// One letter of a MODE line, with its argument.
     void mode(ircmode *m);
     void nick(ircmessage *msg);
-    /// A text for the user.
+    /// An error, as a text for the user.
     void errormsg(const QString &text);
     void ctcp(ircmessage *msg);
     void ctcpnotice(ircmessage *msg);
-    /// Why the connection is being ended on our side.
+    /// The reason why we end the connection.
     void dropped(const QString &why);
     /// What Parlo itself has to say about the connection of a session by address.
     void status(const QString &text);
@@ -155,9 +156,9 @@ private:
     void learnRules(const ircmessage &msg);
     void noteMask(const ircmessage &msg);
     void dropLongLine();
-    /// Ends the connection from our side, and says `why`.
+    /// Ends the connection from our side, and emits dropped().
     void giveUp(const QString &why);
-    /// Whether the server has closed the connection, and this is not told yet: there are lines of it to read.
+    /// Whether the server has closed the connection, but disconnected() is pending until its lines are read.
     bool isEnding() const;
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
@@ -172,7 +173,7 @@ private:
     QString server;
     QString m_serverName;
     bool registered = false;
-    /// How far this connection is; the flags above may still be those of the one before.
+    /// The stage of this connection. The flags above may still be those of the connection before it.
     registration progress;
     /// What is said and not yet sent.
     outbox pending;
@@ -186,6 +187,6 @@ private:
     QHash<QString, QString> keys;
     /// Whether the channels were joined on this connection.
     bool joined = false;
-    /// Goes on reading what one turn of the event loop has left.
+    /// Continues reading in the next turn of the event loop.
     QTimer nextTurn;
 };

@@ -3,5 +3,5 @@
 
 #include <QChar>
 
-/// Stands before and behind a CTCP request or reply (CTCP draft, 2).
+/// The character before and after a CTCP request or reply (CTCP draft, 2).
 inline constexpr QChar ctcpMark(1);

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Cuts words off the front of a line. As in a QTextStream, a word ends before the white space that follows
-/// it, so a line with white space after its last word holds one more word, which is empty.
+/// Reads a line word by word, as QTextStream does. White space is skipped in front of a word, not after it,
+/// so a line that ends with white space has one more word, which is empty.
 class wordreader
 {
 public:

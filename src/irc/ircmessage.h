@@ -6,16 +6,16 @@
 
 #include <QStringList>
 
-/// One line from the server, cut into sender, command and words (RFC 1459, 2.3.1).
+/// One line from the server, split into sender, command and words (RFC 1459, 2.3.1).
 ///
-/// The trailing parameter is cut at white space like all others and its first word keeps the ":";
-/// paramsFrom() puts it together again, with single spaces. Any text gives a message: there are no errors,
-/// and a word that is missing reads as an empty string.
+/// The trailing parameter is split at white space like all others, and its first word keeps the ":".
+/// paramsFrom() joins it again, with single spaces. Any text is a message: there are no errors, and a missing
+/// word is an empty string.
 class ircmessage
 {
 public:
-    /// Cuts `line`, with or without its line end. The text of a CTCP message (a PRIVMSG or NOTICE between two
-    /// U+0001) loses those two characters, and isCtcp() is true.
+    /// Splits `line`, with or without its line end. In a CTCP message (a PRIVMSG or NOTICE whose text is
+    /// between two U+0001) those two characters are removed, and isCtcp() is true.
     explicit ircmessage(const QString &line);
     /// Reads a line of a session by address. It may begin with tags (IRCv3, message-tags), words end at U+0020
     /// alone, and the trailing parameter has one more word for every space in it, so that paramsFrom() gives it
@@ -31,15 +31,15 @@ public:
     bool isCtcp() const { return ctcp; }
 
     int paramCount() const { return static_cast<int>(params.size()); }
-    /// Word `i` after the command, without its leading ":" where `stripColon` says so.
+    /// Word `i` after the command, without its leading ":" if `stripColon` is set.
     QString param(int i, bool stripColon) const;
-    /// `count` words from word `from` on, joined by one space. With `stripColon` the first word that starts with ":" loses
-    /// it; later ones keep theirs.
+    /// `count` words from word `from` on, joined by one space. With `stripColon` the first word that starts
+    /// with ":" loses it; later ones keep theirs.
     QString joinParams(int from, int count, bool stripColon) const;
     QString allParams(bool stripColon) const { return joinParams(0, paramCount(), stripColon); }
     QString paramsFrom(int from, bool stripColon) const;
 
-    /// Takes one leading ":" off `s`; false when there is none.
+    /// Removes one leading ":" from `s`; false if there is none.
     static bool stripColon(QString &s);
 
 private:

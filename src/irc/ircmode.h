@@ -11,11 +11,11 @@ class ircmessage;
 class ircmode
 {
 public:
-    /// Reads a MODE line, or one of the same shape. Every word of it loses one leading ":", but for the
+    /// Reads a MODE line, or one of the same form. One leading ":" is removed from each word except the
     /// target.
     explicit ircmode(const ircmessage &m);
-    /// One letter of the change `all`, as if it had come in a MODE line of its own: it has one argument,
-    /// which may be empty.
+    /// One letter of the change `all`, as if it were a MODE line of its own. It has one argument, which may
+    /// be empty.
     ircmode(const ircmode &all, QChar sign, QChar letter, const QString &argument);
 
     /// The user who set the mode: a nick alone, without user and host. Never null.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// The TCP port where none is named: the usual one for connections without encryption.
+/// The TCP port if none is given: the usual one for connections without encryption.
 inline constexpr int ircPort = 6667;

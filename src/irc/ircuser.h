@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// One person on IRC, or a server where a line's prefix names one.
+/// One person on IRC, or the server that a line's prefix names.
 ///
 /// Two users are the same when their nicks are, whatever the case, which `names` says how to ignore; the rest of the mask
 /// takes no part.
@@ -22,7 +22,7 @@ public:
     QString user() const { return m_user; }
     QString host() const { return m_host; }
     QString realname() const { return m_realname; }
-    /// The lower-cased nick, made once: what every comparison of nicks compares.
+    /// The nick in lower case, stored because every comparison of users needs it.
     const QString &key() const { return m_key; }
 
     void setNick(const QString &nick, casemapping names = casemapping::unicode);

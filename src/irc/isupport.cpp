@@ -55,7 +55,7 @@ isupport::rank isupport::rankOfMode(QChar letter) const
     const qsizetype place = prefixModes.indexOf(letter);
     if (place < 0)
         return rank::none;
-    // What stands above an operator is shown as one.
+    // A rank above operator is shown as operator.
     if (place <= prefixModes.indexOf(u'o'))
         return rank::op;
     if (letter == u'h')

@@ -7,17 +7,17 @@
 
 class ircmessage;
 
-/// The rules of the server that we talk to: which names are channels, which ranks members have, which modes take an
-/// argument, which names are the same, and how long things may be.
+/// The rules of the server that we talk to: which names are channels, which ranks members have, which modes
+/// take an argument, which names are the same, and how long things may be.
 ///
-/// As constructed these are the rules of RFC 1459, which hold for every server that has told no others.
+/// By default these are the rules of RFC 1459, which hold for every server that has announced no others.
 class isupport
 {
 public:
-    /// What a member is in a channel, as far as we show it.
+    /// The rank of a member in a channel, as far as we show it.
     enum class rank { none, voice, halfop, op };
 
-    /// The rules of RFC 1459, for whoever knows of no server.
+    /// The rules of RFC 1459, where no server is known.
     static const isupport &classic();
 
     /// Takes the rules that a server tells (numeric 005, ISUPPORT). One that is malformed or out of all proportion
@@ -37,7 +37,7 @@ public:
 
     /// Whether `c` is the sign of a rank in front of a nick (RFC 2812, 353).
     bool isPrefix(QChar c) const { return prefixes.contains(c); }
-    /// The rank that a mode letter of a channel gives to the member that its argument names.
+    /// The rank that a channel's mode letter gives to the member in its argument.
     rank rankOfMode(QChar letter) const;
     /// The mode letter that gives the rank of which `c` is the sign; null if there is none.
     QChar modeOfPrefix(QChar c) const;

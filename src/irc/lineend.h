@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// `line`, a text of whatever type, without the CR and LF at its end, in any order and number.
+/// `line`, a QString or a QStringView, without the CR and LF at its end, in any order and number.
 template <typename Text>
 Text withoutLineEnd(Text line)
 {

@@ -20,9 +20,9 @@ public:
 
     stage reached() const { return m_stage; }
 
-    /// The socket is asked for a connection.
-    void wait() { m_stage = stage::connecting; }
-    /// The connection stands: the lines that go out now. `channels` may be empty.
+    /// The socket begins to connect.
+    void connecting() { m_stage = stage::connecting; }
+    /// The socket is connected. Returns the lines to send; `channels` may be empty.
     QStringList begin(const ircuser &identity, const QString &server, const QStringList &channels);
     /// The same for a session by address, which joins later. `maxNick` is what an earlier connection to this host has told
     /// of the length of nicks, or 0.

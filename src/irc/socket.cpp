@@ -7,7 +7,7 @@
 
 namespace {
 
-/// In bytes. What is not read yet fills a buffer of this size here; the rest waits at the server.
+/// In bytes: the maximum of unread data in our buffer. TCP keeps the rest at the server.
 constexpr qint64 maxBuffered = 512LL * 1024;
 
 } // namespace

@@ -53,7 +53,7 @@ Q_SIGNALS:
     void heard();
     /// One whole line or more can be read. Comes once for each arrival of bytes: read them all.
     void readyLine();
-    /// What has come holds more than a line may, and no line feed.
+    /// A line is longer than `maxLine`; its end may not have arrived yet.
     void lineTooLong();
 
 public Q_SLOTS:

@@ -16,14 +16,14 @@ QString word(QTextStream &args)
     return text;
 }
 
-/// All that is left, without the white space in front of it.
+/// The rest of the line, without leading white space.
 QString rest(QTextStream &args)
 {
     args.skipWhiteSpace();
     return args.readLine();
 }
 
-// --- what the words do, in the order of the table ---
+// --- the commands, in the order of the table ---
 
 void server(connection &conn, QTextStream &args, const QString & /*target*/)
 {
@@ -31,7 +31,7 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
     if (host.isEmpty() && conn.keeper.connectNow())
         return;
     int port = 0;
-    args.setIntegerBase(10); // a leading 0 is no octal number to a user
+    args.setIntegerBase(10); // for a user, a leading 0 does not mean octal
     args >> port;
     if (const ircaddress address(host); address.isValid() && !address.account().isEmpty()) {
         Q_EMIT conn.passwordWanted(host, port);
@@ -160,7 +160,7 @@ void trust(connection &conn, QTextStream & /*args*/, const QString & /*target*/)
 
 // --- the table ---
 
-/// Where a word does something.
+/// The tabs that a command works in.
 enum class scope { anywhere, channels, conversations };
 
 /// Since when there is a word: the later ones are for sessions by address.

@@ -5,7 +5,7 @@
 
 class connection;
 
-/// What the user may type behind a "/": the one table of these words.
+/// The slash commands, all in one table.
 namespace usercommands {
 
 /// What a tab is for.
@@ -19,9 +19,9 @@ bool run(connection &conn, const QString &text, const QString &target);
 /// The words that do something in such a tab, as they are typed: "/join". `more` are those of sessions by address, too.
 QStringList wordsIn(place where, bool more);
 
-/// Whether `text` asks to close its tab; all that begins with the word does.
+/// Whether `text` closes its tab: anything that begins with "/close" does.
 bool isClose(const QString &text);
-/// Whether `text` says what we do; if so, `action` becomes what that is.
+/// Whether `text` is "/me ACTION"; if so, sets `action`.
 bool isAction(const QString &text, QString *action);
 /// Whether `text` opens a tab for talk with someone (sessions by address); if so, `nick` and `said` become whom and what is
 /// said at once.

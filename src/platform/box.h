@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Gives `parent` a layout without margins and spacing: `box<QVBoxLayout>(page)`. All layouts here are like
-/// that, since they have to fit on a small screen.
+/// Gives `parent` a layout without margins and spacing: `box<QVBoxLayout>(page)`. All layouts here are made
+/// by it, because they have to fit on a small screen.
 template <typename Layout, typename Widget>
 Layout *box(Widget *parent)
 {

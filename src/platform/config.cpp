@@ -68,7 +68,7 @@ bool decode(QStringView raw, QString *text)
             end = text->size();
     }
     text->truncate(end);
-    // QSettings writes "@@" for a leading "@", and older files were written by it.
+    // Older files were written by QSettings, which writes "@@" for a leading "@".
     if (text->startsWith(u"@@"))
         text->remove(0, 1);
     return !quoted;
@@ -90,7 +90,7 @@ QString encode(const QString &text)
     return plain ? safe : u'"' + safe + u'"';
 }
 
-/// Renames `path`; of a link, the link itself. Returns the new name, or an empty one if that fails.
+/// Renames `path`; if it is a link, the link itself. Returns the new name, or an empty one if that fails.
 QString setAside(const QString &path)
 {
     for (int i = 1;; ++i) {

@@ -51,7 +51,7 @@ private:
     QLockFile lock;
     QString group;
     QMap<QString, QMap<QString, QString>> groups;
-    /// Whether the whole file was understood; remarks do not count.
+    /// Whether the whole file was understood, apart from comments.
     bool whole = true;
     bool changed = false;
 };

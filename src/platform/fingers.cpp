@@ -9,7 +9,7 @@
 
 namespace {
 
-/// No more pixels than this in one direction: a handheld.
+/// The maximum of a handheld's screen in its shorter direction, in pixels.
 constexpr int handheldSide = 640;
 
 } // namespace

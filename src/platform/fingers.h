@@ -3,10 +3,10 @@
 
 class QScreen;
 
-/// The least width and height, in pixels, of what a finger can hit.
+/// The minimum width and height, in pixels, of what a finger can hit.
 constexpr int fingerSize = 28;
 
-/// Whether `screen` is a handheld's: few pixels in one direction at least.
+/// Whether `screen` is that of a handheld, with few pixels in at least one direction.
 bool isSmall(const QScreen &screen);
 
 /// Whether fingers are used here: there is a touch screen, or the main screen is small. May change while the

@@ -10,7 +10,7 @@ class inputline : public QLineEdit
     Q_OBJECT
 
 public:
-    /// For an on-screen keyboard: names need no capital letter, and no other word in their place.
+    /// For an on-screen keyboard: it must not capitalise a name or replace it by another word.
     static constexpr Qt::InputMethodHints asTyped = Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText;
     static constexpr Qt::InputMethodHints hostName = asTyped | Qt::ImhUrlCharactersOnly;
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr QSize desktopSize(480, 640);
 
-/// Whether windows have this screen to themselves: it is small, or nothing manages windows on it.
+/// Whether a window fills this screen: it is small, or there is no window manager.
 bool isHandheld(const QScreen &screen)
 {
     static const QStringList withoutWindows{u"linuxfb"_s, u"eglfs"_s, u"minimalegl"_s, u"vkkhrdisplay"_s,
@@ -24,7 +24,7 @@ bool isHandheld(const QScreen &screen)
 }
 
 QtMessageHandler usualHandler = nullptr;
-/// What Qt has said while it looked for a screen.
+/// Qt's messages from its search for a screen.
 QStringList messages;
 
 [[noreturn]] void endWithoutScreen()

@@ -11,7 +11,7 @@ class QPEApplication : public QApplication
     Q_OBJECT
 
 public:
-    /// A program with a window; there is no other type here.
+    /// A program with a window, which is the only type.
     enum Type { GuiClient };
 
     /// `argc` must stay alive as long as the application. Where there is no screen, the program ends with
@@ -19,8 +19,8 @@ public:
     QPEApplication(int &argc, char **argv, Type type);
     ~QPEApplication() override;
 
-    /// Shows `window` as the program's main window. On a handheld it is maximized, unless `noMaximize` is set.
-    /// Elsewhere it is an ordinary window, 480 x 640 pixels unless it was given a size.
+    /// Shows `window` as the program's main window. On a handheld it is maximized, unless `noMaximize` is
+    /// set. Elsewhere it is an ordinary window, 480 x 640 pixels unless it was given a size.
     static void showMainWidget(QWidget *window, bool noMaximize);
 
 private:

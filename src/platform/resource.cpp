@@ -4,7 +4,7 @@
 #include <QtGlobal>
 
 // A static library's resources must be named once, or the linker leaves them out (Qt: The Qt Resource
-// System). Q_INIT_RESOURCE must stand outside of any namespace.
+// System). Q_INIT_RESOURCE must be outside of any namespace.
 static void initResources()
 {
     Q_INIT_RESOURCE(parlo);

@@ -14,7 +14,7 @@ namespace {
 /// More than any channel has. Without a maximum a server could make each change take seconds.
 constexpr qsizetype maxMembers = 100'000;
 
-/// What a change of rank does to a member, by whether it is set.
+/// The functions that set and remove a rank.
 struct rankchange
 {
     isupport::rank rank = isupport::rank::none;

@@ -8,21 +8,21 @@
 
 class ircmode;
 
-/// A channel's name and its roster: who is there with which rank, in the order in which they are shown.
+/// A channel's name and its roster: the members with their ranks, in the order in which they are shown.
 ///
-/// The roster is sorted after every operation but names(). What an operation is handed it only reads.
+/// The roster is sorted after every operation except names().
 class ircchannel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `rules` are those of the server; they must outlive the channel.
+    /// `rules` are the server's rules; they must outlive the channel.
     explicit ircchannel(QString name, const isupport &rules = isupport::classic());
 
     const isupport &rules() const { return m_rules; }
     QString channelName() const { return m_channelName; }
     const ircuserlist *roster() const { return &m_roster; }
-    /// The first member with this nick, whatever the case, or null. Valid until the roster changes.
+    /// The first member with this nick, ignoring case, or null. Valid until the roster changes.
     const ircchanneluser *findUser(const QString &nick) const;
 
     void join(const ircuser *u);
@@ -35,15 +35,15 @@ public:
     void clear();
     /// Applies one letter of a MODE line to the member that its argument names.
     void mode(const ircmode *m);
-    /// Takes one chunk of a NAMES listing (RFC 2812, 353); the first one replaces the roster. The entries of
-    /// `list` lose their rank characters.
+    /// Adds one chunk of a NAMES listing (RFC 2812, 353); the first one replaces the roster. Removes the rank
+    /// characters from the entries of `list`.
     void names(QStringList *list);
     /// Ends a NAMES listing (RFC 2812, 366).
     void endNames();
 
 private:
     void add(const ircchanneluser &user);
-    /// Sorts what a listing in progress has left unsorted; otherwise every entry stands at its place already.
+    /// Sorts the roster if a listing in progress has left it unsorted.
     void keepSorted();
 
     QString m_channelName;

@@ -3,7 +3,7 @@
 
 #include "ircuser.h"
 
-/// A user as a member of one channel: who it is, and the ranks that it holds there.
+/// A member of one channel: a user with their ranks there.
 class ircchanneluser : public ircuser
 {
 public:

@@ -20,8 +20,8 @@ qsizetype ircuserlist::find(const QString &nick, casemapping names) const
     return -1;
 }
 
-// Sorting needs an order in which equality is transitive; compareItems is none when a nick stands in the list
-// twice with two ranks, so the sort goes by rank and nick alone.
+// Sorting needs a transitive order, and compareItems() is not one if a nick is in the list twice with two
+// ranks. So this sorts by rank and nick alone.
 void ircuserlist::sort()
 {
     std::stable_sort(begin(), end());

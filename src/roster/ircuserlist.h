@@ -5,16 +5,16 @@
 
 #include <QList>
 
-/// The members of one channel. Nicks need not be unique. A copy is cheap as long as neither side changes.
+/// The members of one channel. Nicks need not be unique. A copy is cheap until one of the two changes.
 class ircuserlist : public QList<ircchanneluser>
 {
 public:
-    /// 0 when both are the same nick, -1 when `a` stands before `b` in the order of rank and nick, else 1.
+    /// 0 if both are the same nick, -1 if `a` comes before `b` by rank and nick, else 1.
     static int compareItems(const ircchanneluser &a, const ircchanneluser &b);
 
     /// The index of the first entry with this nick, whatever the case, or -1.
     qsizetype find(const QString &nick, casemapping names) const;
     void sort();
-    /// Puts `user` at its place in a list that is sorted, behind those that are its equal.
+    /// Inserts `user` into the sorted list, after equal ones.
     void place(const ircchanneluser &user);
 };

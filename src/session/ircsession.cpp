@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Long enough for the signal that asked for the close to have returned.
+/// After this time the signal that asked for the close has returned.
 constexpr int closeDelayMs = 1;
 /// An older line is one that was kept for us: it shows its time and is no news.
 constexpr qint64 maxAgeMs = 60'000;
@@ -69,7 +69,7 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
 }
 
-// A tab that goes makes another one announce itself: nothing may listen to that any more.
+// When a tab is deleted, another one emits amTopTab(). The session must not receive that any more.
 ircsession::~ircsession()
 {
     for (const auto &tab : tabs)
@@ -355,7 +355,7 @@ irctab *ircsession::tabForMessage(const ircmessage *msg)
 
 channeltab *ircsession::findChannelTab(const QString &name) const
 {
-    // A query tab may bear the name of a channel event: it is no channel tab for that.
+    // A query tab can have the name of a channel. It must not get the channel's events.
     return qobject_cast<channeltab *>(findTab(name));
 }
 
@@ -529,7 +529,7 @@ void ircsession::parseNick(ircmessage *msg)
 {
     auto e = newEvent(event::kind::nick, msg, msg->param(0, true));
     e.where.clear();
-    // The connection has taken our own new nick already.
+    // The connection has already stored our new nick.
     e.ours = conn.identity.nick() == e.text;
     forTabsWith(e.who.nick(), [&](channeltab *tab) {
         tab->happened(e);

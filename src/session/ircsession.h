@@ -19,8 +19,8 @@ class ircchannel;
 class tabwindow;
 class plaintab;
 
-/// Ties the one connection to the tabs: opens and closes them, routes every event of the server to the tab
-/// that it concerns, and what the user types to the server.
+/// Connects the tabs with the server: opens and closes tabs, passes each event of the server to the tab that
+/// it concerns, and passes what the user types to the server.
 class ircsession : public QObject
 {
     Q_OBJECT
@@ -38,9 +38,9 @@ public:
                           irctab::opening how = irctab::opening::front);
     /// Always opens a new tab with a new roster, whether or not there is one of that name.
     channeltab *newChannelTab(const QString &name);
-    /// The oldest tab of this name, whatever the case, or null.
+    /// The oldest tab of this name, ignoring case, or null.
     irctab *findTab(const QString &name) const;
-    /// Closes `tab` when control is back in the event loop. One close can wait at a time: a second one
+    /// Closes `tab` when control is back in the event loop. Only one close can be pending: a second one
     /// replaces the first.
     void closeTab(irctab *tab);
 
@@ -69,10 +69,11 @@ private:
     Tab *adopt(std::unique_ptr<Tab> tab);
     bool addressedToMe(const ircmessage *msg) const;
     bool sentByMe(const ircmessage *msg) const;
-    /// Where a PRIVMSG or an ACTION belongs: the sender's query tab or the target's tab, opened if need be.
+    /// The tab for a PRIVMSG or an ACTION: the sender's query tab or the target's tab. Opens it if there is
+    /// none.
     irctab *tabForMessage(const ircmessage *msg);
     channeltab *findChannelTab(const QString &name) const;
-    /// What has happened now, before anyone shows it: of the program's own, or as `msg` says it, with its `text`.
+    /// Makes the event for what happens now, before it is shown. `msg` is the server's line, if there is one.
     static struct event newEvent(event::kind what);
     struct event newEvent(event::kind what, const ircmessage *msg, const QString &text = {}) const;
     void modesChanged(ircmode *m) const;
@@ -103,7 +104,7 @@ private:
     /// In the order of their creation; the server tab is first.
     std::vector<std::unique_ptr<irctab>> tabs;
     plaintab *serverTab;
-    /// The tab that the user last brought to the front; never one that is gone.
+    /// The tab that the user last brought to the front; never a deleted one.
     irctab *topTab;
     irctab *closingTab = nullptr;
     QElapsedTimer clock;

@@ -37,8 +37,8 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 {
     setObjectName(u"foo"_s);
     setModal(true);
-    // On a handheld it has the screen, as the main window has it later. Matchbox needs that: there a modal
-    // dialog and the dialog behind it would pass the keyboard to each other without end.
+    // On a handheld the dialog fills the screen, as the main window does later. Matchbox needs that: it would
+    // move the focus between a modal dialog and the dialog behind it without end.
     if (isSmall(*screen())) {
         setWindowFlags(Qt::Window);
         setGeometry(screen()->availableGeometry());

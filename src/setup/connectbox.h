@@ -10,7 +10,8 @@ class QPushButton;
 class QTabWidget;
 class presetlist;
 
-/// The modal dialog "Connect to IRC Server": a preset from the list, or a nick and a server typed by hand.
+/// The modal dialog "Connect to IRC Server": a preset from the list, or a nick and a server that the user
+/// types.
 ///
 /// The choice is written through the pointers that the constructor takes. It is complete when exec() has
 /// returned Accepted; otherwise parts of it may have been written.
@@ -36,14 +37,14 @@ public Q_SLOTS:
     void delPreset();
 
 public:
-    /// Closes the dialog if the page in front has all that is needed to connect.
+    /// Closes the dialog if the page in front has everything that is needed to connect.
     void accept() override;
 
 private:
     void loadSettings();
     void fillPresetList();
     void savePresets();
-    /// Runs the editor; keeps and shows what it changed.
+    /// Runs the editor; saves and shows what it changed.
     void runEditor(bool adding);
     void sayNotSaved();
     bool checkQuickConnect();

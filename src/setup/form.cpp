@@ -7,7 +7,7 @@
 
 form::form(QWidget *parent) : QFormLayout(parent)
 {
-    // Qt's styles differ in both.
+    // The defaults of Qt's styles differ.
     setFieldGrowthPolicy(AllNonFixedFieldsGrow);
     setRowWrapPolicy(DontWrapRows);
 }
@@ -18,7 +18,7 @@ inputline *form::addInput(const QString &label, Qt::InputMethodHints hints, cons
     edit->setInputMethodHints(hints);
     auto *name = new QLabel(label, parentWidget());
     name->setBuddy(edit);
-    // As high as its row, and so in the middle of it.
+    // As high as its row, so that its text is in the middle.
     name->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     addRow(name, edit);
     return edit;

@@ -5,7 +5,7 @@
 
 class inputline;
 
-/// Rows of a label and a field to type into, as both dialogs have them.
+/// Rows of a label and a text field, for both dialogs.
 class form : public QFormLayout
 {
 public:

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize formSize(200, 250);
-/// One line, which says that there is nothing yet.
+/// One line, which says that this is not implemented.
 constexpr int performHeight = 22;
 /// All rows must fit into the fixed size of the form, so the size of the text is fixed as well.
 constexpr int formFontPixels = 10;
@@ -54,7 +54,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     portEdit = formGrid->addInput(tr("Port: "), Qt::ImhDigitsOnly, QString::number(shown.port));
     passwordEdit = addTodayRow(tr("Password: "));
     channelsEdit = formGrid->addInput(tr("Channels: "), inputline::asTyped, shown.channels.join(u','));
-    // The fields share all the height that is left: fingers have to hit them.
+    // The fields share all the height that is left, because fingers have to hit them.
     for (QLineEdit *edit : fields->findChildren<QLineEdit *>())
         edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
@@ -87,7 +87,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     row->addWidget(cancelButton);
     column->addWidget(buttonBox);
 
-    // The window manager puts a frame around this dialog as around the one behind it.
+    // The frame of this dialog will be as thick as that of the one behind it.
     const QSize frame = parent == nullptr ? QSize(0, 0) : parent->frameGeometry().size() - parent->size();
     setFixedSize(formSize.boundedTo(screen()->availableSize() - frame));
 }
@@ -95,7 +95,7 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
 void presetbox::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
-    // Some window managers leave less room than was asked for.
+    // Some window managers make a window smaller than its fixed size.
     formBox->setFixedSize(formSize.boundedTo(size()));
 }
 

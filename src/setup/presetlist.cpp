@@ -12,8 +12,8 @@
 
 namespace {
 
-/// High enough for a finger, and with a frame when the keyboard is on it: that of Qt's style is hardly seen
-/// in the dark.
+/// High enough for a finger, and with a frame when it has the focus: the frame of Qt's style is hardly
+/// visible on a dark desktop.
 class presetrow : public QStyledItemDelegate
 {
 public:
@@ -59,7 +59,7 @@ int presetlist::selectedRow() const
 void presetlist::keyPressEvent(QKeyEvent *event)
 {
     QListWidget::keyPressEvent(event);
-    // Qt selects the row that a key leads to only if it is another one: never where there is one row.
+    // Qt selects a row by a key only if the current row changes, which it cannot if there is only one.
     constexpr std::array moves{Qt::Key_Up,  Qt::Key_Down,   Qt::Key_Home,
                                Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
     if (std::find(moves.begin(), moves.end(), event->key()) != moves.end())

@@ -3,8 +3,8 @@
 
 #include <QListWidget>
 
-/// The list of presets. A row is chosen when it is selected: by a click, or by a key that moves to it or
-/// stays on it. The row that the keyboard is on shows a frame, and is not chosen by that alone.
+/// The list of presets. A click selects a row, and so does a key that moves to it or stays on it. The row
+/// with the focus shows a frame, but the focus alone does not select it.
 class presetlist : public QListWidget
 {
     Q_OBJECT
@@ -12,8 +12,7 @@ class presetlist : public QListWidget
 public:
     explicit presetlist(QWidget *parent);
 
-    /// Shows these names instead of those before. None is selected; the keyboard stays on the row that it was
-    /// on.
+    /// Replaces the names. No row is selected; the focus stays on its row.
     void fill(const QStringList &names);
     /// The selected row, or -1.
     int selectedRow() const;

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The widest that the member list gets, in pixels.
+/// The maximum width of the member list, in pixels.
 constexpr int userBoxWidth = 70;
 
 } // namespace
@@ -55,12 +55,12 @@ void channeltab::showHideUserlist()
     toggleButton->setText(userListShown ? u"<"_s : u">"_s);
     toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
-    // Of no width it would still take the keyboard.
+    // A list of width 0 would still get the focus.
     userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
     if (userBox->hasFocus())
         input->setFocus();
     mainWindow->prefer(&preferences::userListShown, userListShown);
-    // The view needs its new width before it can find its bottom.
+    // The view needs its new width before it can scroll to its bottom.
     splitBox->layout()->activate();
     view->scrollToBottom();
 }
@@ -104,8 +104,8 @@ void channeltab::kick(ircuser *who, const QString &victim, const QString &reason
 
 void channeltab::names(QStringList *names)
 {
-    // The list goes on showing what it was last filled with, until the listing ends.
-    userBox->settle();
+    // The list shows the old roster until the listing ends.
+    userBox->takePending();
     channel->names(names);
 }
 

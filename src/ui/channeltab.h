@@ -8,13 +8,14 @@ class ircchannel;
 class ircuserbox;
 
 /// The tab of one channel: the view, the member list beside it, and a button in the view's corner that shows
-/// and hides the list. Every event is shown first, then goes into the roster, then the list is drawn anew.
+/// and hides the list. Each event is first shown, then applied to the roster, then the list is filled from
+/// the roster.
 class channeltab : public irctab
 {
     Q_OBJECT
 
 public:
-    /// `roster` is the channel's; it belongs to the session and must outlive the tab.
+    /// `roster` is that of the channel. It belongs to the session and must outlive the tab.
     channeltab(tabwindow *window, ircchannel *roster, const QString &name);
 
     ircchannel *channel;
@@ -29,10 +30,11 @@ public Q_SLOTS:
     void part(ircuser *who, const QString &reason);
     void quit(ircuser *who, const QString &reason);
     void kick(ircuser *who, const QString &victim, const QString &reason);
-    /// Takes one chunk of a NAMES listing; the list is drawn when the listing ends.
+    /// Applies one chunk of a NAMES listing; the list is filled when the listing ends.
     void names(QStringList *names);
     void endofnames();
-    /// Applies one letter of a mode change to the roster, if it is this channel's; modes() has shown it.
+    /// Applies one letter of a mode change to the roster, if it is for this channel. modes() has already
+    /// shown it.
     void mode(ircmode *m);
     void nick(const QString &oldNick, const QString &newNick);
 
@@ -43,6 +45,6 @@ public:
     void crowd(bool left, const QString &text);
 
 private:
-    /// Who is here, in the order of the list.
+    /// The nicks of the members, in the order of the list.
     QStringList nicks() const;
 };

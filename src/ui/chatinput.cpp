@@ -35,7 +35,7 @@ void chatinput::keyPressEvent(QKeyEvent *event)
 
 void chatinput::replace(const QString &line)
 {
-    // Setting a text takes away what could be undone.
+    // Setting a text clears the undo history.
     if (line != text())
         setText(line);
 }
@@ -43,7 +43,7 @@ void chatinput::replace(const QString &line)
 void chatinput::complete(bool back)
 {
     const typedline line{text(), cursorPosition()};
-    if (!tabbed.stands(line))
+    if (!tabbed.continues(line))
         tabbed = completion(line, words());
     const typedline completed = tabbed.next(line, back);
     replace(completed.text);

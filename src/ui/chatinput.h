@@ -8,13 +8,13 @@
 #include <functional>
 
 /// The input line of a tab. Up and Down walk through what was typed in it, Tab and Shift+Tab complete the
-/// word before the cursor; in an empty line they move the focus, as anywhere.
+/// word before the cursor; in an empty line they move the focus, as usual.
 class chatinput : public inputline
 {
     Q_OBJECT
 
 public:
-    /// `words` names what Tab may complete, the likeliest first; it is asked when Tab is pressed.
+    /// `words` returns what Tab can complete, the best first. It is called when Tab is pressed.
     chatinput(QWidget *parent, std::function<QStringList()> words);
 
 Q_SIGNALS:

@@ -27,7 +27,7 @@ completion::completion(const typedline &line, const QStringList &words)
             fitting.append(word + (start == 0 && isNick(word) ? u": "_s : u" "_s));
     }
     fitting.removeDuplicates();
-    // Each of them brings the space behind it.
+    // Each completed word has its own space after it.
     if (after.startsWith(u' '))
         after.remove(0, 1);
 }

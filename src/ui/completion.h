@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-/// What stands in an input line, and where its cursor is.
+/// The text of an input line, and the position of its cursor.
 struct typedline
 {
     QString text;
@@ -12,20 +12,21 @@ struct typedline
     friend bool operator==(const typedline &, const typedline &) = default;
 };
 
-/// The Tab key: the words that begin like the one before the cursor, shown one after the other.
+/// Completion with the Tab key: shows the words that begin like the one before the cursor, one after the
+/// other.
 class completion
 {
 public:
-    /// Looks among `words`, the likeliest first, for those that begin like the word before the cursor; case
-    /// does not count. A nick at the start of the line gets ": " behind it, all else a space.
+    /// Takes those of `words`, the best first, that begin like the word before the cursor, ignoring case. A
+    /// nick at the start of the line gets ": " after it, everything else a space.
     completion(const typedline &line, const QStringList &words);
     completion() = default;
 
-    /// The line with the next word in it, or the one before where `back` says so; after the last one comes
-    /// the first. The line as it is when nothing fits.
+    /// `line` with the next word, or with the previous one if `back` is set. After the last word comes the
+    /// first. `line` unchanged if no word fits.
     typedline next(const typedline &line, bool back);
-    /// Whether `line` is what next() returned last: then Tab goes on.
-    bool stands(const typedline &line) const { return line == shown; }
+    /// Whether `line` is what next() returned last. Then Tab continues with the next word.
+    bool continues(const typedline &line) const { return line == shown; }
 
 private:
     QString before;

@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A longer one would take long to find in what a stranger has written for it.
+/// Searching for a longer text would take long in lines that a stranger has written for that purpose.
 constexpr int maxSought = 128;
-/// So much of the line that was found is told to a screen reader.
-constexpr int maxHeard = 512;
+/// The maximum of a found line that a screen reader gets.
+constexpr int maxAnnounced = 512;
 
 } // namespace
 
@@ -72,7 +72,7 @@ void findbar::find(bool newer)
         return;
     clearResult();
     if (view->findText(field->text(), newer)) {
-        field->setAccessibleDescription(tr("Found: %1").arg(view->selectedLine().left(maxHeard)));
+        field->setAccessibleDescription(tr("Found: %1").arg(view->selectedLine().left(maxAnnounced)));
         return;
     }
     field->setAccessibleDescription(tr("Not found"));

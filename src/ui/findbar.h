@@ -6,18 +6,17 @@
 class QLineEdit;
 class logview;
 
-/// The field under a view in which a text is typed that is to be found there. Return walks to older lines,
-/// Shift+Return to newer ones, and round at the ends; Ctrl+Return opens a web address that was found. Escape
-/// closes it.
+/// The search field below a view. Return searches older lines, Shift+Return newer ones, and both continue at
+/// the other end. Ctrl+Return opens a web address that was found. Escape closes the field.
 class findbar : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// A hidden one, that looks in `view`.
+    /// Searches in `view`. Hidden at first.
     findbar(logview *view, QWidget *parent);
 
-    /// Shows it, with the keyboard.
+    /// Shows the field and gives it the focus.
     void open();
 
 Q_SIGNALS:
@@ -29,7 +28,7 @@ protected:
 private:
     void close();
     void find(bool newer);
-    /// Takes back what the field shows and tells of the search before.
+    /// Clears the result of the last search, both what is shown and what a screen reader gets.
     void clearResult();
 
     logview *view;

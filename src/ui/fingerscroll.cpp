@@ -8,6 +8,8 @@
 #include <QScrollPrepareEvent>
 #include <QScroller>
 
+#include <utility>
+
 fingerscroll::fingerscroll(QAbstractScrollArea *area) : view(area)
 {
     QScroller::grabGesture(view->viewport(), QScroller::TouchGesture);
@@ -22,19 +24,21 @@ bool fingerscroll::isFinger(const QMouseEvent &event)
     return event.pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen;
 }
 
-bool fingerscroll::scroll(QEvent *event, qreal step) const
+bool fingerscroll::scroll(QEvent *event)
 {
     QScrollBar *bar = view->verticalScrollBar();
     if (event->type() == QEvent::ScrollPrepare) {
         auto *prepare = static_cast<QScrollPrepareEvent *>(event);
+        reached = bar->value();
         prepare->setViewportSize(view->viewport()->size());
-        prepare->setContentPosRange({0, 0, 0, bar->maximum() * step});
-        prepare->setContentPos({0, bar->value() * step});
+        prepare->setContentPosRange({0, 0, 0, qreal(bar->maximum())});
+        prepare->setContentPos({0, qreal(reached)});
         prepare->accept();
         return true;
     }
     if (event->type() == QEvent::Scroll) {
-        bar->setValue(qRound(static_cast<QScrollEvent *>(event)->contentPos().y() / step));
+        const int wanted = qRound(static_cast<QScrollEvent *>(event)->contentPos().y());
+        bar->setValue(bar->value() + wanted - std::exchange(reached, wanted));
         return true;
     }
     return false;

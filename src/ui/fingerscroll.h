@@ -17,10 +17,11 @@ public:
 
     static bool isFinger(const QMouseEvent &event);
 
-    /// Scrolls, if that is what `event` wants; then it needs nothing more. A finger's way is measured in
-    /// pixels, of which one step of the vertical scroll bar takes `step`.
-    bool scroll(QEvent *event, qreal step) const;
+    /// Scrolls, if that is what `event` wants; then it needs nothing more. The scroll bar counts pixels.
+    bool scroll(QEvent *event);
 
 private:
     QAbstractScrollArea *view;
+    /// Where the finger has scrolled to. The bar may stand elsewhere once the view knows its heights better.
+    int reached = 0;
 };

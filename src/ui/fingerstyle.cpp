@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A compromise: a wider bar would take too much from the text of a small screen.
+/// A compromise: a wider bar would leave too little space for text on a small screen.
 constexpr int barSize = 20;
 
 } // namespace
@@ -28,7 +28,8 @@ int fingerstyle::pixelMetric(PixelMetric metric, const QStyleOption *option, con
         return qMax(usual, fingerSize);
     if (metric != PM_ScrollBarExtent)
         return usual;
-    // No view of ours scrolls sideways: that bar is never seen, but the button in the corner is as high as it.
+    // No view of ours scrolls sideways, so the horizontal bar is never shown. But it sets the height of the
+    // button in the corner.
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     return bar != nullptr && bar->orientation == Qt::Horizontal ? fingerHeight(usual) : qMax(usual, barSize);
 }

@@ -3,8 +3,8 @@
 
 #include <QProxyStyle>
 
-/// The style of the program, but for what a finger would miss: the buttons that scroll tabs, scroll bars, and
-/// the button in the corner between them.
+/// The style of the program, except that some parts are larger for fingers: the scroll buttons of a tab bar,
+/// scroll bars, and the button in the corner between them.
 class fingerstyle : public QProxyStyle
 {
     Q_OBJECT

@@ -3,14 +3,14 @@
 
 #include <QStringList>
 
-/// What was typed in one tab, to be walked through with Up and Down. The line that is being typed is kept.
+/// The lines that were typed in one tab, for Up and Down. The unfinished line is kept, too.
 class history
 {
 public:
-    /// Keeps a line that was sent, and starts anew at the newest.
+    /// Adds a line that was sent, and goes back to the newest one.
     void add(const QString &line);
-    /// The line before the one that is shown, or that one itself when there is none; `shown` is what the
-    /// field holds.
+    /// The line before the one that is shown, or that one itself if it is the oldest. `shown` is the text of
+    /// the field.
     QString older(const QString &shown);
     QString newer(const QString &shown);
 

@@ -23,14 +23,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How many are remembered for the Tab key.
+/// The maximum of nicks that are remembered for completion.
 constexpr qsizetype maxSpeakers = 50;
 
-tabbar::news newsOf(const event &what)
+tabbar::activity activityOf(const event &what)
 {
     if (what.forUs)
-        return tabbar::news::personal;
-    return what.isTalk() ? tabbar::news::message : tabbar::news::event;
+        return tabbar::activity::personal;
+    return what.isTalk() ? tabbar::activity::message : tabbar::activity::event;
 }
 
 } // namespace
@@ -43,7 +43,7 @@ irctab::irctab(tabwindow *window, QString tabName, opening how)
       manner(&manners::classic()),
       opened(how)
 {
-    // A child that was never hidden would be shown with its parent, over the pages.
+    // Otherwise Qt would show this widget with its parent, on top of the pages.
     hide();
     tabId = mainWindow->tabBar->addTab(name);
     if (opened == opening::front)
@@ -68,6 +68,8 @@ void irctab::addView(QWidget *parent)
 {
     view = new ircview(parent);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    view->setTimes(mainWindow->prefs().times);
+    view->setScrollback(mainWindow->prefs().scrollback);
     view->setAccessibleName(tr("Conversation with %1").arg(name));
     parent->layout()->addWidget(view);
 }
@@ -76,7 +78,7 @@ void irctab::addInput(usercommands::place where, std::function<QStringList()> ni
 {
     auto *search = new findbar(view, page);
     page->layout()->addWidget(search);
-    // Only the page in front is visible, and a hidden one hears no shortcut.
+    // Only the page in front is visible, and shortcuts of hidden widgets do nothing.
     connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
 
     auto *line =
@@ -123,7 +125,7 @@ void irctab::happened(const struct event &what)
         view->stampNext(QDateTime::fromMSecsSinceEpoch(what.when));
     if (what.ours || what.old)
         return;
-    mainWindow->tabBar->addNews(tabId, newsOf(what));
+    mainWindow->tabBar->addActivity(tabId, activityOf(what));
     const QString nick = what.who.nick();
     if (!what.isTalk() || (!speakers.isEmpty() && speakers.last() == nick))
         return;
@@ -178,6 +180,8 @@ void irctab::userInput()
 {
     const QString text = input->text();
     inputRefused = false;
+    if (view->keepsPlace())
+        view->scrollToBottom();
     Q_EMIT gotUserInput(text, this);
     if (!inputRefused)
         input->clear();

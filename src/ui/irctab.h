@@ -18,7 +18,7 @@ class tabwindow;
 
 /// A chat tab: an entry in the window's tab bar and a page in its stack, with a view above an input line.
 ///
-/// The widget itself is never seen; `page` is. Subclasses make the view and the input line.
+/// The widget itself is never shown; `page` is. Subclasses make the view and the input line.
 class irctab : public QWidget
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ public Q_SLOTS:
     void message(const QString &text);
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
-    /// Shows a line of the server as it came, without its line end.
+    /// Shows a line of the server unchanged, without its line end.
     void addRawLine(const QString &line);
     void quit(ircuser *who, const QString &reason);
     /// Shows a mode change, if its target is the name of this tab.
@@ -73,18 +73,18 @@ protected:
     irctab(tabwindow *window, QString tabName, opening how = opening::front);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
-    /// Makes the input line, at the bottom of the page, and gives it the focus. `nicks` says who is here, `where` what the
-    /// tab is for: Tab completes those nicks, and the commands for such a tab.
+    /// Makes the input line at the bottom of the page, and gives it the focus. The Tab key completes the
+    /// nicks that `nicks` returns, and the commands that work in a tab for `where`.
     void addInput(usercommands::place where, std::function<QStringList()> nicks);
 
 private:
-    /// What Tab may complete in such a tab where `nicks` are.
+    /// What the Tab key can complete.
     QStringList words(usercommands::place where, QStringList nicks) const;
 
     QString name;
     const manners *manner;
     opening opened;
     bool inputRefused = false;
-    /// Who has spoken here, the last one last.
+    /// The nicks that spoke here, the latest one last.
     QStringList speakers;
 };

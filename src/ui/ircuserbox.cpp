@@ -17,7 +17,7 @@ ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermode
 {
     setModel(rows);
     setItemDelegate(new memberrow(this));
-    // A click chooses a member; the keyboard stays where the user types.
+    // A click selects a member, but the focus stays in the input line.
     setFocusPolicy(Qt::TabFocus);
     setUniformItemSizes(true);
     setVerticalScrollMode(ScrollPerPixel);
@@ -51,11 +51,11 @@ bool ircuserbox::viewportEvent(QEvent *event)
 void ircuserbox::fill(const ircchannel *channel)
 {
     if (pending == nullptr)
-        QMetaObject::invokeMethod(this, &ircuserbox::settle, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &ircuserbox::takePending, Qt::QueuedConnection);
     pending = channel;
 }
 
-void ircuserbox::settle()
+void ircuserbox::takePending()
 {
     if (pending == nullptr)
         return;
@@ -66,7 +66,7 @@ void ircuserbox::settle()
     if (before < 0)
         return;
     const qsizetype now = channel.roster()->find(current, channel.rules().caseOfNames());
-    // Who reads elsewhere in the list goes on reading there.
+    // The list must not scroll while the user reads another part of it.
     setAutoScroll(false);
     setCurrentIndex(rows->index(now < 0 ? std::min(before, rows->rowCount() - 1) : static_cast<int>(now)));
     setAutoScroll(true);

@@ -6,7 +6,8 @@
 class ircchannel;
 class rostermodel;
 
-/// The member list of a channel tab: one row a member, with a coloured ball in front of those with a rank.
+/// The member list of a channel tab: one row for each member, with a coloured ball in front of those with a
+/// rank.
 ///
 /// Return and a finger's long press count as a double click.
 class ircuserbox : public QListView
@@ -16,13 +17,12 @@ class ircuserbox : public QListView
 public:
     explicit ircuserbox(QWidget *parent);
 
-    /// Shows the roster of `channel` as it is now; later changes show at the next call. The roster is taken
-    /// when control is back in the event loop, once for all that happened in one go: whoever changes it
-    /// without calling this afterwards calls settle() before. The current row stays with its member or, when
-    /// the member has gone, where it was.
+    /// Shows a copy of the roster of `channel`. It is taken when control is back in the event loop, so that
+    /// many calls cost one copy. Code that changes the roster and does not call this must call takePending()
+    /// first. The current row stays with its member or, if the member has left, where it was.
     void fill(const ircchannel *channel);
-    /// Takes the roster now, if it is still to be taken.
-    void settle();
+    /// Copies the roster now if a copy is pending.
+    void takePending();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

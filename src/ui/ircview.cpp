@@ -64,11 +64,16 @@ void ircview::stampNext(const QDateTime &time)
 {
     const bool today = time.date() == QDate::currentDate();
     stamp = time.toString(today ? u"[HH:mm] "_s : u"[yyyy-MM-dd HH:mm] "_s);
+    stampedAt = time.toSecsSinceEpoch();
 }
 
 void ircview::showLine(const QString &line)
 {
-    addLine(std::exchange(stamp, {}) + line);
+    setKeepsPlace(manner->keepsPlace);
+    if (stamp.isEmpty())
+        addLine(line);
+    else
+        addLine(std::exchange(stamp, {}) + line, stampedAt);
 }
 
 void ircview::privmsg(const QString &nick, const QString &text)

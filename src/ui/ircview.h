@@ -20,7 +20,7 @@ public:
     /// The next line was said long ago, at this time: it shows that.
     void stampNext(const QDateTime &time);
 
-    // Each shows one event. What people say goes through ircToHtml(); all else is inserted as it came.
+    // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
     void notice(const QString &nick, const QString &text);
@@ -45,5 +45,7 @@ private:
     QString said(const QString &text) const;
     QString field(const QString &text) const;
 
+    /// What the next line begins with, if it was said long ago, and when that was, in seconds since 1970.
     QString stamp;
+    qint64 stampedAt = 0;
 };

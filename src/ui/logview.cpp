@@ -1,278 +1,379 @@
 // SPDX-License-Identifier: MIT
 #include "logview.h"
 
+#include "accessiblelog.h"
+#include "calmbar.h"
+#include "fingers.h"
 #include "fingerstyle.h"
 #include "lineend.h"
-#include "loglayout.h"
 #include "richline.h"
 #include "weblink.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QScrollBar>
-#include <QTextBlock>
-#include <QTextDocumentFragment>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QToolButton>
+#include <QWindow>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
-/// While lines keep coming, the view is laid out and painted once in so many milliseconds.
-constexpr int frameMs = 40;
+/// The least time between two frames: where people talk, and where lines come faster than anyone reads.
+constexpr int talkMs = 16;
+constexpr int floodMs = 40;
+
+constexpr int margin = visiblelines::margin;
 
 } // namespace
 
 logview::logview(QWidget *parent)
-    : QPlainTextEdit(parent), links([this](const QPoint &point) { return addressAt(point); }), fingers(this)
+    : QAbstractScrollArea(parent), bar(new calmbar(this)), toBottom(new QToolButton(this))
 {
-    auto *document = new QTextDocument(this);
-    document->setUndoRedoEnabled(false);
-    log = new loglayout(document);
-    document->setDocumentLayout(log);
-    setDocument(document);
-    pen = QTextCursor(document);
-    setReadOnly(true);
+    accessiblelog::install();
     // A click selects, copies or opens; the keyboard stays where the user types.
     setFocusPolicy(Qt::TabFocus);
-    fingerstyle::apply(verticalScrollBar());
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setVerticalScrollBar(bar);
+    fingerstyle::apply(bar);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    log->setBackground(palette().base().color());
-    viewport()->setMouseTracking(true);
+    viewport()->setCursor(Qt::IBeamCursor);
+    toBottom->setFocusPolicy(Qt::NoFocus);
+    toBottom->hide();
+    connect(toBottom, &QToolButton::clicked, this, &logview::scrollToBottom);
     frame.setSingleShot(true);
-    // What nobody sees is not laid out: with many tabs that would take long.
-    connect(&frame, &QTimer::timeout, this, [this] {
-        if (isVisible())
-            settle();
-    });
+    connect(&frame, &QTimer::timeout, this, &logview::showNew);
+    relayout();
 }
 
-logview::~logview()
-{
-    if (editing)
-        pen.endEditBlock();
-}
+// --- lines, and when they are shown ---
 
-void logview::addLine(const QString &line)
+void logview::addLine(const QString &line, qint64 time)
 {
-    if (!editing) {
-        editing = true;
-        const QTextCursor own = textCursor();
-        selectedEnd = own.hasSelection() && own.selectionEnd() == pen.position() ? pen.position() : -1;
-        pen.beginEditBlock();
-        const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
-        frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
-    }
     const richline rich(withoutLineEnd(QStringView(line)));
-    // The format is said: otherwise it would be that of wherever the user's own cursor has been.
-    if (!empty)
-        pen.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    empty = false;
-    log->addSpans(pen.position(), rich.spans());
-    pen.insertText(rich.text(), QTextCharFormat());
-}
-
-bool logview::isAtBottom() const
-{
-    return verticalScrollBar()->value() == verticalScrollBar()->maximum();
-}
-
-void logview::settle()
-{
-    if (editing)
-        scrollToBottom();
-}
-
-void logview::scrollToBottom()
-{
-    if (editing) {
-        editing = false;
-        pen.endEditBlock();
-        keepSelection();
-        frame.stop();
-        sinceFrame.start();
-    }
-    // Lines are laid out when they come into view and may turn out taller than they were taken for: the
-    // bottom moves while we go there, and the number of the bottom may stand for another line than it did
-    // before.
-    QScrollBar *bar = verticalScrollBar();
-    bar->setValue(0);
-    do
-        bar->setValue(bar->maximum());
-    while (bar->value() != bar->maximum());
-}
-
-void logview::keepSelection()
-{
-    QTextCursor own = textCursor();
-    if (selectedEnd < 0 || own.selectionEnd() != pen.position())
+    store.append(rich.text(), rich.spans(), time);
+    drop();
+    if (frame.isActive() || !isSeen())
         return;
-    const int position = std::min(own.position(), selectedEnd);
-    own.setPosition(std::min(own.anchor(), selectedEnd));
-    own.setPosition(position, QTextCursor::KeepAnchor);
-    setTextCursor(own);
+    const qint64 wait = sinceFrame.isValid() ? frameMs - sinceFrame.elapsed() : 0;
+    frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
 }
 
-QMimeData *logview::createMimeDataFromSelection() const
+bool logview::isSeen() const
 {
-    auto *copied = new QMimeData;
-    copied->setText(textCursor().selection().toPlainText().remove(richline::breakHere));
-    return copied;
+    const QWindow *screen = window()->windowHandle();
+    return isVisible() && screen != nullptr && screen->isExposed();
+}
+
+void logview::drop()
+{
+    if (scrollback == 0 || store.end() - store.begin() <= scrollback)
+        return;
+    const qint64 first = store.end() - scrollback;
+    accessiblelog::tellGone(*this, first);
+    store.keepLast(scrollback);
+    if (!seen.dropGone())
+        viewport()->update();
+}
+
+void logview::showNew()
+{
+    frame.stop();
+    if (shown == store.end() || !isSeen())
+        return;
+    const qint64 first = std::max(std::exchange(shown, store.end()), store.begin());
+    sinceFrame.start();
+    frameMs = (shown - first) * fontMetrics().lineSpacing() > viewport()->height() ? floodMs : talkMs;
+    const bool stays = m_keepsPlace && !seen.isAtBottom();
+    below = stays ? below + shown - first : 0;
+    scrollTo(stays ? seen.top() : seen.bottom());
+    updateLines(first, shown);
+    accessiblelog::tellNew(*this, first);
+}
+
+void logview::setScrollback(int count)
+{
+    scrollback = count;
+    drop();
 }
 
 void logview::showEvent(QShowEvent *event)
 {
-    QPlainTextEdit::showEvent(event);
-    settle();
+    QAbstractScrollArea::showEvent(event);
+    stay();
+    showNew();
 }
 
-void logview::resizeEvent(QResizeEvent *event)
+void logview::hideEvent(QHideEvent *event)
 {
-    const bool atBottom = isAtBottom();
-    QPlainTextEdit::resizeEvent(event);
-    if (atBottom)
-        scrollToBottom();
+    QAbstractScrollArea::hideEvent(event);
+    if (!event->spontaneous())
+        unread = store.end();
+}
+
+// --- where the view is ---
+
+void logview::relayout()
+{
+    column.setFont(font());
+    logformat format;
+    format.font = font();
+    format.background = palette().base().color();
+    format.left = margin + (times ? column.width() : 0);
+    format.width = std::max(1, viewport()->width() - format.left - margin);
+    format.daySpace = times ? fontMetrics().lineSpacing() : 0;
+    seen.setFormat(format);
+    seen.setHeight(viewport()->height());
+    bar->setSingleStep(fontMetrics().lineSpacing());
+    viewport()->update();
+    if (isVisible())
+        stay();
+}
+
+void logview::scrollTo(visiblelines::position to)
+{
+    // The pixels that stay in view are moved, and only the others are painted.
+    const int height = viewport()->height();
+    const int way = seen.scrollTo(to);
+    if (std::abs(way) < height)
+        viewport()->scroll(0, -way, viewport()->rect());
+    else
+        viewport()->update();
+    const QScopedValueRollback guard(syncing, true);
+    const auto number = [](qint64 y) {
+        return static_cast<int>(std::clamp<qint64>(y, 0, std::numeric_limits<int>::max()));
+    };
+    bar->set(number(seen.totalHeight() - height), height, number(seen.y()));
+    showButton();
+}
+
+void logview::scrollContentsBy(int /*dx*/, int dy)
+{
+    if (syncing)
+        return;
+    if (bar->value() == bar->maximum())
+        return scrollTo(seen.bottom());
+    // A short way is taken by the pixel, a long one as far as the heights of the lines are known.
+    if (std::abs(dy) < 2 * viewport()->height())
+        return scrollBy(-dy);
+    viewport()->update();
+    scrollTo(seen.moved(seen.near(bar->value()), 0));
+}
+
+void logview::scrollBy(int pixels)
+{
+    scrollTo(seen.moved(seen.top(), pixels));
 }
 
 void logview::scrollPage(int direction)
 {
-    settle();
-    verticalScrollBar()->triggerAction(direction < 0 ? QScrollBar::SliderPageStepSub
-                                                     : QScrollBar::SliderPageStepAdd);
+    showNew();
+    bar->triggerAction(direction < 0 ? QScrollBar::SliderPageStepSub : QScrollBar::SliderPageStepAdd);
+}
+
+void logview::scrollToBottom()
+{
+    if (!isVisible())
+        return seen.setAtBottom();
+    scrollTo(seen.bottom());
+    showNew();
+}
+
+void logview::reveal(logplace place)
+{
+    const QRect there = rectOf(place);
+    if (there.top() < 0 || there.bottom() >= viewport()->height())
+        scrollTo(seen.moved({place.line, 0}, -viewport()->height() / 2));
+}
+
+void logview::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    seen.setHeight(viewport()->height());
+    if (event->oldSize().width() != event->size().width())
+        relayout();
+    else if (isVisible())
+        stay();
+}
+
+void logview::changeEvent(QEvent *event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange ||
+        event->type() == QEvent::StyleChange)
+        relayout();
+}
+
+void logview::setTimes(bool on)
+{
+    times = on;
+    relayout();
+}
+
+void logview::showButton()
+{
+    if (seen.isAtBottom())
+        below = 0;
+    toBottom->setVisible(below > 0);
+    if (below == 0)
+        return;
+    toBottom->setText(tr("\u2193 %1 new").arg(below));
+    toBottom->resize(toBottom->sizeHint().width(), fingerHeight(toBottom->sizeHint().height()));
+    const QRect area = viewport()->geometry();
+    toBottom->move(area.center().x() - toBottom->width() / 2, area.bottom() - toBottom->height() - margin);
+}
+
+// --- painting ---
+
+void logview::paintEvent(QPaintEvent *event)
+{
+    // Lines that came while the window was minimized wait for this.
+    if (shown != store.end() && !frame.isActive())
+        frame.start(0);
+    QPainter painter(viewport());
+    const QRect clip = event->rect();
+    int y = -seen.top().above;
+    for (qint64 line = seen.top().line; line < store.end() && y <= clip.bottom(); ++line) {
+        const int height = seen.heightOf(line);
+        if (event->region().intersects(QRect(0, y, viewport()->width(), height)))
+            paintLine(painter, line, y, clip);
+        y += height;
+    }
+}
+
+void logview::paintLine(QPainter &painter, qint64 line, int y, const QRect &clip)
+{
+    const QTextLayout &layout = seen.layoutOf(line);
+    const QTextLine row = layout.lineAt(0);
+    if (times) {
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        const QDateTime time = store.time(line);
+        if (store.has(line, linestore::newDay))
+            column.paintDay(painter, time,
+                            QRect(margin, y, viewport()->width() - 2 * margin, qRound(row.y())));
+        column.paintTime(painter, time, {margin, qRound(y + row.y() + row.ascent())});
+    }
+    if (line == unread && line > store.begin()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawLine(0, y, viewport()->width(), y);
+    }
+    QList<QTextLayout::FormatRange> selections;
+    if (const auto [first, behind] = selected.in(line); first < behind) {
+        QTextCharFormat look;
+        look.setBackground(palette().highlight());
+        look.setForeground(palette().highlightedText());
+        selections.append({first, behind - first, look});
+    }
+    painter.setPen(palette().color(QPalette::Text));
+    layout.draw(&painter, QPoint(0, y), selections, clip);
+}
+
+void logview::updateLines(qint64 from, qint64 to)
+{
+    from = std::max(from, seen.top().line);
+    if (from >= to)
+        return;
+    const int height = viewport()->height();
+    int y = seen.topOf(from);
+    const int start = y;
+    for (; from < to && y < height; ++from)
+        y += seen.heightOf(from);
+    viewport()->update(0, start, viewport()->width(), y - start);
+}
+
+// --- what is selected, found and opened ---
+
+template <typename Change>
+void logview::changeSelection(Change change)
+{
+    const logplace start = selected.start();
+    const logplace end = selected.end();
+    change();
+    const auto update = [this](logplace a, logplace b) {
+        if (a != b)
+            updateLines(std::min(a, b).line, std::max(a, b).line + 1);
+    };
+    update(start, selected.start());
+    update(end, selected.end());
+}
+
+void logview::beginSelection(logplace place, logselection::unit by)
+{
+    changeSelection([&] { selected.begin(place, by); });
+}
+
+void logview::extendSelection(logplace place)
+{
+    changeSelection([&] { selected.extendTo(place); });
+}
+
+void logview::select(logplace from, logplace to)
+{
+    changeSelection([&] { selected.select(from, to); });
+}
+
+void logview::copy() const
+{
+    if (selected.isEmpty())
+        return;
+    QClipboard *clipboard = QApplication::clipboard();
+    const QString text = selected.text();
+    clipboard->setText(text);
+    if (clipboard->supportsSelection())
+        clipboard->setText(text, QClipboard::Selection);
 }
 
 bool logview::findText(const QString &text, bool newer)
 {
-    settle();
-    QTextCursor from = textCursor();
-    if (!from.hasSelection())
-        from.movePosition(QTextCursor::End);
-    const auto direction = newer ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
-    QTextCursor found = document()->find(text, from, direction);
-    if (found.isNull()) {
-        from.movePosition(newer ? QTextCursor::Start : QTextCursor::End);
-        found = document()->find(text, from, direction);
-    }
-    if (found.isNull())
+    showNew();
+    if (text.isEmpty())
         return false;
-    setTextCursor(found);
+    const logplace far = newer ? logplace{store.begin(), 0} : store.endPlace();
+    const logplace from = selected.isEmpty() ? store.endPlace() : newer ? selected.end() : selected.start();
+    std::optional<logplace> found = store.find(text, from, newer);
+    if (!found && from != far)
+        found = store.find(text, far, newer);
+    if (!found)
+        return false;
+    select(*found, {found->line, found->at + static_cast<int>(text.size())});
+    reveal(*found);
     return true;
 }
 
 QString logview::selectedLine() const
 {
-    const QString line = document()->findBlock(textCursor().selectionStart()).text();
-    return QString(line).remove(richline::breakHere);
+    return store.isEmpty() ? QString() : store.text(selected.start().line);
 }
 
-void logview::changeEvent(QEvent *event)
+QUrl logview::addressAt(const QPoint &point)
 {
-    settle();
-    const bool atBottom = isAtBottom();
-    QPlainTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        log->setBackground(palette().base().color());
-    if (event->type() == QEvent::FontChange && atBottom)
-        scrollToBottom();
-}
-
-void logview::keyPressEvent(QKeyEvent *event)
-{
-    settle();
-    QPlainTextEdit::keyPressEvent(event);
-}
-
-void logview::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        links.press(event->position().toPoint());
-    settle();
-    if (fingerscroll::isFinger(*event))
-        return;
-    // A press inside of a selection could begin to drag it, unless it extends it, which Shift alone does. A
-    // drag runs an event loop of its own, in which the server may close this tab; and the text can be pasted
-    // anyway.
-    QTextCursor own = textCursor();
-    const bool extends = event->modifiers() == Qt::ShiftModifier;
-    if (event->button() == Qt::LeftButton && own.hasSelection() && !extends) {
-        own.clearSelection();
-        setTextCursor(own);
-    }
-    QPlainTextEdit::mousePressEvent(event);
-}
-
-void logview::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    if (!fingerscroll::isFinger(*event))
-        QPlainTextEdit::mouseDoubleClickEvent(event);
-}
-
-void logview::mouseMoveEvent(QMouseEvent *event)
-{
-    if (fingerscroll::isFinger(*event))
-        return;
-    QPlainTextEdit::mouseMoveEvent(event);
-    const bool rests = event->buttons() == Qt::NoButton;
-    viewport()->setCursor(rests ? links.cursorAt(event->position().toPoint()) : Qt::IBeamCursor);
-}
-
-void logview::mouseReleaseEvent(QMouseEvent *event)
-{
-    const bool finger = fingerscroll::isFinger(*event);
-    if (!finger)
-        QPlainTextEdit::mouseReleaseEvent(event);
-    if (event->button() != Qt::LeftButton)
-        return;
-    if (textCursor().hasSelection() && !finger)
-        return copy();
-    links.release(event->position().toPoint());
-}
-
-void logview::wheelEvent(QWheelEvent *event)
-{
-    // With Ctrl it would change the size of the text, which is the same in all views, in this one alone.
-    if (event->modifiers().testFlag(Qt::ControlModifier))
-        event->ignore();
-    else
-        QPlainTextEdit::wheelEvent(event);
-}
-
-bool logview::viewportEvent(QEvent *event)
-{
-    if (event->type() == QEvent::ScrollPrepare)
-        settle();
-    // The scroll bar of a QPlainTextEdit counts lines.
-    const qreal height = QFontMetricsF(document()->defaultFont()).lineSpacing();
-    return fingers.scroll(event, height) || QPlainTextEdit::viewportEvent(event);
-}
-
-QUrl logview::addressAt(const QPoint &point) const
-{
-    const QTextCursor nearest = cursorForPosition(point);
-    // Beside the end of a line the nearest character is still that line's last.
-    const QRect place = cursorRect(nearest);
-    const int reach = 2 * fontMetrics().averageCharWidth();
-    if (!place.adjusted(-reach, 0, reach, 0).contains(point))
-        return {};
-    // The nearest gap between two characters may be either side of the one that was hit.
-    return addressAt(nearest.block(), nearest.positionInBlock() - (point.x() < place.center().x() ? 1 : 0));
-}
-
-QUrl logview::addressAt(const QTextBlock &line, int position)
-{
-    if (position < 0)
-        return {};
-    // What stands there for the layout alone is no part of the address.
-    const QString text = line.text();
-    const qsizetype inserted = QStringView(text).first(position).count(richline::breakHere);
-    return weblink(QString(text).remove(richline::breakHere), position - inserted);
+    const std::optional<logplace> there = seen.characterAt(point);
+    return there ? weblink(store.text(there->line), there->at) : QUrl();
 }
 
 void logview::openSelected() const
 {
-    const QTextBlock line = document()->findBlock(textCursor().selectionStart());
-    const QUrl address = addressAt(line, textCursor().selectionStart() - line.position());
-    if (textCursor().hasSelection() && address.isValid())
+    if (selected.isEmpty())
+        return;
+    const QUrl address = weblink(selectedLine(), selected.start().at);
+    if (address.isValid())
         QDesktopServices::openUrl(address);
+}
+
+void logview::keyPressEvent(QKeyEvent *event)
+{
+    showNew();
+    if (event == QKeySequence::Copy)
+        copy();
+    else if (event == QKeySequence::SelectAll)
+        selectAll();
+    else if (event->key() == Qt::Key_Home)
+        bar->triggerAction(QScrollBar::SliderToMinimum);
+    else if (event->key() == Qt::Key_End)
+        bar->triggerAction(QScrollBar::SliderToMaximum);
+    else
+        QAbstractScrollArea::keyPressEvent(event);
 }

@@ -1,36 +1,50 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "fingerscroll.h"
-#include "linkclick.h"
+#include "linestore.h"
+#include "loghands.h"
+#include "logselection.h"
+#include "timecolumn.h"
+#include "visiblelines.h"
 
+#include <QAbstractScrollArea>
 #include <QElapsedTimer>
-#include <QPlainTextEdit>
 #include <QTimer>
+#include <QUrl>
 
-class loglayout;
+class QToolButton;
+class calmbar;
 
-/// A log to read: one paragraph a line, growing at the bottom, where it always is.
+/// A log to read: one paragraph a line, growing at the bottom, where it always is, unless it was told otherwise.
 ///
-/// A line's text is in the document when addLine() returns. Layout, scrolling and painting wait for the next
-/// frame, once for all lines that came before it: that is when control is back in the event loop or, while
-/// lines keep coming, a moment later.
-///
-/// What the mouse selects is copied, and a click on a web address opens it in the user's browser. A finger
-/// scrolls, and taps.
-class logview : public QPlainTextEdit
+/// A line is in the store when addLine() returns. Layout, scrolling and painting wait for the next frame, once
+/// for all lines that came before it: that is when control is back in the event loop or, while lines keep
+/// coming, a moment later. A view that is not seen waits until it is.
+class logview : public QAbstractScrollArea
 {
     Q_OBJECT
 
 public:
     explicit logview(QWidget *parent);
-    ~logview() override;
 
-    /// Appends a line of rich text, less the line ends at its end; see richline for what is read of it.
-    void addLine(const QString &line);
+    /// Appends a line of rich text, less the line ends at its end; see richline for what is read of it. It was
+    /// said at `time`, in seconds since 1970 (UTC).
+    void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch());
     void scrollToBottom();
     /// Scrolls by a page, up (-1) or down (1).
     void scrollPage(int direction);
+    void scrollBy(int pixels);
+
+    /// Whether the time of each line is shown beside it.
+    void setTimes(bool on);
+    bool showsTimes() const { return times; }
+    /// So many lines are kept; 0 keeps all.
+    void setScrollback(int count);
+    /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. From
+    /// the start nobody does.
+    void setKeepsPlace(bool on) { m_keepsPlace = on; }
+    bool keepsPlace() const { return m_keepsPlace; }
+
     /// Selects the nearest `text` above what is selected, or below where `newer` says so, whatever its case,
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
@@ -39,38 +53,70 @@ public:
     /// Opens the web address that the selection begins in, if it does.
     void openSelected() const;
 
+    const linestore &lines() const { return store; }
+    const logselection &selection() const { return selected; }
+    void beginSelection(logplace place, logselection::unit by);
+    void extendSelection(logplace place);
+    void select(logplace from, logplace to);
+    void selectAll() { select({store.begin(), 0}, store.endPlace()); }
+    /// As plain text, into the clipboard and, where there is one, the primary selection.
+    void copy() const;
+
+    /// The place nearest to a point of the viewport, and where the character behind a place is there.
+    logplace placeAt(const QPoint &point) { return seen.placeAt(point); }
+    QRect rectOf(logplace place) { return seen.rectOf(place); }
+    /// The web address at a point of the viewport; invalid when there is none.
+    QUrl addressAt(const QPoint &point);
+    /// Scrolls as far as it takes to have a place in view.
+    void reveal(logplace place);
+
 protected:
     void changeEvent(QEvent *event) override;
-    /// What was said, as plain text.
-    QMimeData *createMimeDataFromSelection() const override;
+    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void showEvent(QShowEvent *event) override;
-    bool viewportEvent(QEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 
 private:
-    /// Ends the edit that the lines since the last frame are in, and shows them.
-    void settle();
-    bool isAtBottom() const;
-    /// Takes back what a selection up to the end of the document has grown by.
-    void keepSelection();
-    QUrl addressAt(const QPoint &point) const;
-    static QUrl addressAt(const QTextBlock &line, int position);
+    /// Whether the view is on the screen, as far as the system says.
+    bool isSeen() const;
+    /// Shows the lines since the last frame.
+    void showNew();
+    /// Lets the first lines go, if there are more than are wanted.
+    void drop();
+    /// Lays all lines out anew: the width, the font or the colours are others now.
+    void relayout();
+    void scrollTo(visiblelines::position to);
+    /// Goes to the bottom if the view was there, and stays where it is if not.
+    void stay() { scrollTo(seen.isAtBottom() ? seen.bottom() : seen.moved(seen.top(), 0)); }
+    void showButton();
+    void paintLine(QPainter &painter, qint64 line, int y, const QRect &clip);
+    /// Paints the lines anew from one to before another.
+    void updateLines(qint64 from, qint64 to);
+    template <typename Change>
+    void changeSelection(Change change);
 
-    loglayout *log;
-    /// Writes at the end of the document, where it stays by itself.
-    QTextCursor pen;
-    bool empty = true;
-    bool editing = false;
+    calmbar *bar;
+    QToolButton *toBottom;
+    linestore store;
+    visiblelines seen{store};
+    logselection selected{store};
+    timecolumn column;
+    bool times = false;
+    bool m_keepsPlace = false;
+    int scrollback = 0;
+
+    /// The lines before this one have been shown, or could have been.
+    qint64 shown = 0;
+    /// The first line that came when the view had gone to the background; -1 if it never has.
+    qint64 unread = -1;
+    /// So many lines have come since the reader left the bottom.
+    qint64 below = 0;
+    bool syncing = false;
     QTimer frame;
     QElapsedTimer sinceFrame;
-    /// Where the document ended before the edit, if what the user had selected ended there; else -1.
-    int selectedEnd = -1;
-    linkclick links;
-    fingerscroll fingers;
+    int frameMs = 0;
+    loghands hands{this};
 };

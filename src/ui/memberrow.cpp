@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The stripes of a rank.
+/// The number of stripes for a rank.
 int stripesOf(isupport::rank rank)
 {
     if (rank == isupport::rank::op)
@@ -32,7 +32,7 @@ void memberrow::paint(QPainter *painter, const QStyleOptionViewItem &option, con
     const QRect ball = QStyle::alignedRect(row.direction, row.decorationAlignment, row.decorationSize, room);
     const bool selected = row.state.testFlag(QStyle::State_Selected);
     const QColor ink = row.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    // The pixmap leaves three rows of pixels free above the ball.
+    // The three rows of pixels above the ball are empty.
     for (int i = 0; i < stripes; ++i)
         painter->fillRect(ball.left() + 1, ball.top() + 1 - 2 * i, 5, 1, ink);
 }

@@ -3,8 +3,8 @@
 
 #include <QStyledItemDelegate>
 
-/// How a row of a member list is drawn: high enough for a finger where fingers are used, and with stripes above the
-/// ball for those who do not see its colour, two for an operator and one for a half-operator.
+/// Draws a row of a member list. It is high enough for a finger where fingers are used. For those who do not
+/// see the colour of the ball there are stripes above it: two for an operator, one for a half-operator.
 class memberrow : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -12,6 +12,6 @@ public:
     plaintab(tabwindow *window, const QString &name, usercommands::place where = usercommands::place::query,
              opening how = opening::front);
 
-    /// Shows a mode change whatever its target: in the server tab, those of the user's own nick.
+    /// Shows a mode change with any target. The server tab uses it for the modes of our own nick.
     void showModes(ircmode *m);
 };

@@ -7,18 +7,22 @@
 /// How the user likes the window, kept from one start to the next in a group of the settings file.
 struct preferences
 {
-    /// Points; 0 is the desktop's own size. Of the text in all views.
+    /// The size of the text in all views, in points; 0 means the desktop's own size.
     int fontSize = 0;
-    /// Of the window where it does not fill the screen; invalid when it was never set.
+    /// The size of the window when it does not fill the screen; invalid if it was never set.
     QSize windowSize;
     bool userListShown = true;
+    /// Whether the views show the time of each line.
+    bool times = false;
+    /// So many lines a view keeps; 0 keeps all.
+    int scrollback = 0;
 
-    /// What the file holds; where it holds nothing sensible, the defaults.
+    /// Reads the file. A missing or impossible value becomes the default.
     static preferences load(const QString &config);
     /// False if the file cannot be written.
     bool save(const QString &config) const;
 
-    /// The size of text that comes `steps` after `size`, within what can be read and fits on a screen.
+    /// The font size `steps` points above `size`, within the minimum and the maximum.
     static int stepped(int size, int steps);
 
     friend bool operator==(const preferences &, const preferences &) = default;

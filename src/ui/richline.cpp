@@ -10,15 +10,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype maxEntity = 10;
-/// Qt takes time in proportion to the square of a word's length to lay it out: over a second for one of 64
-/// KiB, and 30 ms when it may be broken after so many characters.
-constexpr int maxWord = 128;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot change its look more often; laying out more of them takes
-/// seconds.
+/// A line of 512 bytes (RFC 1459, 2.3) cannot have more runs. The layout of many more takes seconds.
 constexpr size_t maxSpans = 512;
 
-/// Characters that a text document takes for the end of a block, a line or a frame, for an object, or for a
-/// way to go.
+/// Characters with a meaning for a text document: tab, end of a line, a block or a frame, embedded object.
 bool breaksBlock(QChar c)
 {
     return c == u'\t' || c == u'\n' || c == u'\r' || (c >= QChar(0x2028) && c <= QChar(0x2029)) ||
@@ -74,8 +69,8 @@ QRgb colourOf(QStringView attributes)
 richline::richline(QStringView markup)
 {
     m_text.reserve(markup.size());
-    // A "<" behind the last ">" opens nothing: knowing where that is keeps many of them from being searched
-    // for their ends again and again.
+    // A "<" after the last ">" starts no tag. Without this, many of them would cost a search to the end of
+    // the text each.
     const qsizetype lastEnd = markup.lastIndexOf(u'>');
     qsizetype done = 0;
     for (qsizetype i = 0; i < markup.size();) {
@@ -94,14 +89,8 @@ richline::richline(QStringView markup)
 
 void richline::appendText(QStringView piece)
 {
-    for (const QChar c : piece) {
-        wordLength = c == u' ' || breaksBlock(c) ? 0 : wordLength + 1;
-        if (wordLength > maxWord && !c.isLowSurrogate()) {
-            m_text += breakHere;
-            wordLength = 1;
-        }
+    for (const QChar c : piece)
         m_text += breaksBlock(c) ? u' ' : c;
-    }
 }
 
 qsizetype richline::readTag(QStringView rest)

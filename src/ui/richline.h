@@ -6,21 +6,21 @@
 
 #include <vector>
 
-/// A run of characters that look alike.
+/// A run of characters with the same look.
 struct richspan
 {
     enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4, strike = 8, reverse = 16 };
 
     int start = 0;
     int length = 0;
-    /// 0 is the colour of the view's own text.
+    /// 0 means the view's text colour.
     QRgb colour = 0;
     /// 0 is none.
     QRgb background = 0;
     quint8 styles = plain;
 };
 
-/// One line of rich text, read: its characters, and the runs of them that are not plain.
+/// A line of rich text after parsing: its characters, and the runs of them that are not plain.
 ///
 /// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font color>,
 /// <mark color> for the background, <b>, <u>, <i>, <s> and <reverse> switch a look on and off, in any order; all other
@@ -29,18 +29,15 @@ struct richspan
 class richline
 {
 public:
-    /// Stands in a word that is too long to be laid out in one go, and is no part of what was said.
-    static constexpr QChar breakHere{0x200b};
-
     explicit richline(QStringView markup);
 
     const QString &text() const { return m_text; }
-    /// In the order of the text, without gaps filled in.
+    /// In the order of the text. Plain text has no span.
     const std::vector<richspan> &spans() const { return m_spans; }
 
 private:
     void appendText(QStringView piece);
-    /// Reads a tag at the front of `rest` and returns its length; 0 when there is none.
+    /// Reads a tag at the start of `rest` and returns its length; 0 if there is none.
     qsizetype readTag(QStringView rest);
     qsizetype readEntity(QStringView rest);
     void applyTag(QStringView name, QStringView attributes, bool closing);
@@ -50,8 +47,6 @@ private:
     QString m_text;
     std::vector<richspan> m_spans;
     int spanStart = 0;
-    /// So many characters have come since the last space.
-    int wordLength = 0;
     QRgb colour = 0;
     QRgb background = 0;
     quint8 styles = richspan::plain;

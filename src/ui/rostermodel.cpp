@@ -5,12 +5,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A longer nick is a hostile server's, and takes long to lay out.
+/// A longer nick comes from a hostile server, and its layout takes long.
 constexpr qsizetype maxShown = 128;
 
 struct look
 {
-    /// The line of the palette for the pixel "+" of the ball, which it fills.
+    /// The line of the pixmap's palette for "+", the inside of the ball.
     const char *fill = nullptr;
     const char *words = nullptr;
 };
@@ -83,7 +83,7 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return inWords();
     case Qt::ToolTipRole:
-        // A tool tip shows markup, and a nick may be some.
+        // A tool tip reads markup, and a nick may contain some.
         return QString(u"<qt>" + inWords().toHtmlEscaped() + u"</qt>");
     default:
         return {};

@@ -15,7 +15,7 @@ class rostermodel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    /// The nick, however long.
+    /// The complete nick.
     static constexpr int NickRole = Qt::UserRole;
     /// The highest rank, an isupport::rank as an int.
     static constexpr int RankRole = Qt::UserRole + 1;
@@ -24,7 +24,7 @@ public:
 
     void setMembers(const ircuserlist &roster);
     int rowCount(const QModelIndex &parent = {}) const override;
-    /// The nick (display), the ball of the highest rank (decoration), both in words (tool tip, and to a screen
+    /// The nick (display), the ball of the highest rank (decoration), both in words (tool tip and screen
     /// reader).
     QVariant data(const QModelIndex &index, int role) const override;
 

@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. One that is would take seconds to lay out.
+/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer. The layout of a much longer one takes seconds.
 constexpr qsizetype maxLabel = 512;
 
-/// The widest tab, in letters of the usual width: two of them fit on a screen of 240 pixels.
+/// The maximum width of a tab, in letters of average width: two tabs fit on a screen of 240 pixels.
 constexpr int maxTabWidth = 14;
 QString withoutMnemonic(QString label)
 {
@@ -32,12 +32,12 @@ struct look
     const char *words = nullptr;
 };
 
-/// In the order of tabbar::news. Teal, blue and red stay apart when they are made lighter for a dark desktop, and
-/// for those who confuse red and green.
+/// By tabbar::activity. Teal, blue and red still differ when they are made lighter for a dark desktop, and
+/// for people who confuse red and green.
 constexpr look looks[] = {
     {0, ""}, {0x008070, ", something happened"}, {0x0000ff, ", new messages"}, {0xde2400, ", for you"}};
 
-/// The width of the mark for news that are out of sight.
+/// The width, in pixels, of the mark for activity out of sight.
 constexpr int edgeWidth = 5;
 
 } // namespace
@@ -50,7 +50,7 @@ tabbar::tabbar(QWidget *parent) : QTabBar(parent)
     setAccessibleName(tr("Conversations"));
     addShortcuts();
     connect(this, &QTabBar::currentChanged, this, &tabbar::emitSelected);
-    // A click on the tab in front changes nothing, so QTabBar says nothing more than this.
+    // A click on the tab in front does not change the current tab, so QTabBar emits nothing but this.
     connect(this, &QTabBar::tabBarClicked, this, [this](int index) {
         if (index == currentIndex())
             emitSelected(index);
@@ -60,11 +60,11 @@ tabbar::tabbar(QWidget *parent) : QTabBar(parent)
 int tabbar::addTab(const QString &label)
 {
     const int id = nextId++;
-    // The identifier must stand before the signal of the first tab, which becomes the current one by itself.
+    // QTabBar makes the first tab the current one and emits its signal before the identifier is set.
     const QSignalBlocker silence(this);
     const int index = QTabBar::addTab(withoutMnemonic(label.left(maxLabel)));
     setTabData(index, id);
-    showNews(index);
+    showActivity(index);
     return id;
 }
 
@@ -103,7 +103,7 @@ void tabbar::emitSelected(int index)
     if (index < 0)
         return;
     unread.remove(currentTab());
-    showNews(index);
+    showActivity(index);
     Q_EMIT selected(currentTab());
 }
 
@@ -120,33 +120,33 @@ QStringList tabbar::labels() const
     return all;
 }
 
-// --- news ---
+// --- activity ---
 
-void tabbar::addNews(int id, news what)
+void tabbar::addActivity(int id, activity what)
 {
     if (id == currentTab() || what <= unread.value(id))
         return;
     unread[id] = what;
-    showNews(indexOf(id));
-    // The tab itself may be out of sight.
+    showActivity(indexOf(id));
+    // If the tab is out of sight, the bar must paint a mark.
     update();
 }
 
-tabbar::news tabbar::newsAt(int index) const
+tabbar::activity tabbar::activityAt(int index) const
 {
     return unread.value(tabData(index).toInt());
 }
 
-QColor tabbar::colourOf(news what) const
+QColor tabbar::colourOf(activity what) const
 {
     const QRgb colour = looks[static_cast<int>(what)].colour;
     return colour == 0 ? QColor() : readable(QColor(colour), palette().button().color());
 }
 
-void tabbar::showNews(int index)
+void tabbar::showActivity(int index)
 {
-    setTabTextColor(index, colourOf(newsAt(index)));
-    const char *words = looks[static_cast<int>(newsAt(index))].words;
+    setTabTextColor(index, colourOf(activityAt(index)));
+    const char *words = looks[static_cast<int>(activityAt(index))].words;
     setAccessibleTabName(index, label(index) + QLatin1StringView(words));
 }
 
@@ -168,19 +168,19 @@ void tabbar::paintEvent(QPaintEvent *event)
 {
     QTabBar::paintEvent(event);
     const QRect seen = inSight();
-    news left = news::none;
-    news right = news::none;
+    activity left = activity::none;
+    activity right = activity::none;
     for (int i = 0; i < count(); ++i) {
         const int middle = tabRect(i).center().x();
         if (middle < seen.left())
-            left = qMax(left, newsAt(i));
+            left = qMax(left, activityAt(i));
         else if (middle > seen.right())
-            right = qMax(right, newsAt(i));
+            right = qMax(right, activityAt(i));
     }
     QPainter painter(this);
-    if (left != news::none)
+    if (left != activity::none)
         painter.fillRect(seen.left(), seen.top(), edgeWidth, seen.height(), colourOf(left));
-    if (right != news::none)
+    if (right != activity::none)
         painter.fillRect(seen.right() + 1 - edgeWidth, seen.top(), edgeWidth, seen.height(), colourOf(right));
 }
 
@@ -197,7 +197,7 @@ void tabbar::changeEvent(QEvent *event)
     if (event->type() != QEvent::PaletteChange)
         return;
     for (int i = 0; i < count(); ++i)
-        showNews(i);
+        showActivity(i);
 }
 
 // --- the keyboard ---
@@ -213,7 +213,7 @@ void tabbar::addShortcuts()
         add(keys, [this] { step(-1); });
     for (int i = 0; i < 9; ++i)
         add(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i), [this, i] { setCurrentIndex(i); });
-    add(Qt::ALT | Qt::Key_A, [this] { goToNews(); });
+    add(Qt::ALT | Qt::Key_A, [this] { goToActivity(); });
 }
 
 void tabbar::step(int by)
@@ -221,12 +221,12 @@ void tabbar::step(int by)
     setCurrentIndex((currentIndex() + by + count()) % count());
 }
 
-void tabbar::goToNews()
+void tabbar::goToActivity()
 {
     int best = -1;
     for (int i = 1; i < count(); ++i) {
         const int index = (currentIndex() + i) % count();
-        if (newsAt(index) > (best < 0 ? news::none : newsAt(best)))
+        if (activityAt(index) > (best < 0 ? activity::none : activityAt(best)))
             best = index;
     }
     setCurrentIndex(best);

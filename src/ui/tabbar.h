@@ -5,35 +5,35 @@
 #include <QStringList>
 #include <QTabBar>
 
-/// A tab bar whose tabs keep one identifier for life; QTabBar's own indices shift when a tab goes.
+/// A tab bar whose tabs keep their identifier. QTabBar's own indices change when a tab is removed.
 ///
-/// A tab with news shows it by the colour of its text until it is selected; while it is scrolled out of sight, a
-/// mark at that end of the bar shows it. Ctrl+PageUp, Ctrl+PageDown and
-/// Ctrl+Tab walk through the tabs, Alt+1 to Alt+9 go to one, Alt+A to the next one with the most urgent news.
+/// The colour of a tab's text shows its activity until it is selected. While the tab is scrolled out of
+/// sight, a mark at that end of the bar shows it. Ctrl+PageUp, Ctrl+PageDown and Ctrl+Tab walk through the
+/// tabs, Alt+1 to Alt+9 go to one, Alt+A to the next one with the most urgent activity.
 class tabbar : public QTabBar
 {
     Q_OBJECT
 
 public:
-    /// What has come to a tab, the least urgent first.
-    enum class news { none, event, message, personal };
+    /// What has happened in a tab while it was not in front, the least urgent first.
+    enum class activity { none, event, message, personal };
 
     explicit tabbar(QWidget *parent);
 
-    /// Adds a tab that reads exactly `label` and returns its identifier.
+    /// Adds a tab with exactly this label and returns its identifier.
     int addTab(const QString &label);
     void setCurrentTab(int id);
     /// The identifier of the tab in front, or -1.
     int currentTab() const;
-    /// Removes a tab; then selected() names the tab that is in front, whether or not it has changed.
+    /// Removes a tab, then emits selected() for the tab in front, even if that has not changed.
     void removeTab(int id);
-    /// Whether selected() is emitted only because another tab goes: the one in front stays, and the user has
-    /// chosen nothing.
+    /// Whether selected() is emitted only because another tab was removed. The tab in front is the same as
+    /// before.
     bool frontStays() const { return m_frontStays; }
     /// The labels, from left to right.
     QStringList labels() const;
     /// Marks a tab, unless it is in front or marked with something more urgent.
-    void addNews(int id, news what);
+    void addActivity(int id, activity what);
 
 Q_SIGNALS:
     /// This tab has been brought to the front, or was there when the user clicked it.
@@ -42,7 +42,8 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    /// As wide as its label, within limits: longer ones elide in the middle, and tabs that do not fit scroll.
+    /// As wide as the label, up to a maximum: longer labels are cut in the middle, and the bar scrolls tabs
+    /// that do not fit.
     QSize tabSizeHint(int index) const override;
     QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
 
@@ -52,17 +53,17 @@ private:
     void emitSelected(int index);
     void addShortcuts();
     void step(int by);
-    void goToNews();
-    news newsAt(int index) const;
-    /// Readable on this bar; invalid for none.
-    QColor colourOf(news what) const;
-    /// Shows the news of the tab at `index`, by colour and to a screen reader.
-    void showNews(int index);
-    /// The part of the bar that shows tabs: what the buttons that scroll them leave.
+    void goToActivity();
+    activity activityAt(int index) const;
+    /// Readable on this bar; invalid for `none`.
+    QColor colourOf(activity what) const;
+    /// Shows the activity of the tab at `index`, by colour and for a screen reader.
+    void showActivity(int index);
+    /// The part of the bar that shows tabs, which is not covered by the scroll buttons.
     QRect inSight() const;
 
     int nextId = 0;
     bool m_frontStays = false;
-    /// By identifier; those without are not in it.
-    QMap<int, news> unread;
+    /// By identifier; tabs without activity are not in it.
+    QMap<int, activity> unread;
 };

@@ -7,7 +7,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Long enough for one write after many steps of a window that is made larger.
+/// While the user resizes the window there are many changes. This delay makes them one write.
 constexpr auto savingDelay = 1s;
 
 } // namespace
@@ -31,7 +31,7 @@ void tabwindow::resizeEvent(QResizeEvent *event)
     saving.start();
 }
 
-// The size is taken only now: while a window is being maximized, the new size may come before the new state.
+// The size is read only here, because the new size of a maximized window may arrive before its new state.
 void tabwindow::savePrefs()
 {
     if (!isMaximized() && !isFullScreen())

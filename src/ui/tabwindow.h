@@ -9,10 +9,10 @@
 class QStackedWidget;
 class tabbar;
 
-/// What a tab sees of the window that it is in: the bar and the stack, into which it puts itself, and what the
-/// user prefers. The window that derives from this makes the bar and the stack before it makes a tab.
+/// The part of the main window that tabs use: the bar and the stack, to which they add themselves, and the
+/// preferences. The derived window makes the bar and the stack before the first tab.
 ///
-/// The preferences are in the settings file a moment after they change, the size of the window among them.
+/// The preferences, with the size of the window, are saved a moment after they change.
 class tabwindow : public QMainWindow
 {
 public:

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Longer ones are no address that a person would open, and browsers refuse them.
+/// Nobody opens a longer address, and browsers refuse it.
 constexpr qsizetype maxLength = 2048;
 
 bool endsAddress(QChar c)

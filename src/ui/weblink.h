@@ -3,6 +3,6 @@
 
 #include <QUrl>
 
-/// The web address (http or https, RFC 3986) that stands at `position` in `text`; invalid when there is none.
-/// Punctuation at its end belongs to the sentence around it, and so does a bracket that was opened before it.
+/// The web address (http or https, RFC 3986) at `position` in `text`; invalid if there is none. Punctuation
+/// at its end belongs to the sentence around it, and so does a closing bracket that was opened before it.
 QUrl weblink(const QString &text, qsizetype position);

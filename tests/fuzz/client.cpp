@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
-// The whole program between a server and a user who have lost their minds. A line of the input comes from the
-// server, unless it begins with one of these signs. Bytes wait until "~" or ".".
+// The whole program between a server and a user who do anything. A line of the input comes from the server,
+// unless it begins with one of these signs. Parlo handles it at the next "~" or ".".
 //
 //   >TEXT   the user types a text
 //   ^KEY    presses a key
 //   =INDEX  selects a tab
-//   +       connects anew
-//   &       connects anew, by an address without TLS
+//   +       connects again
+//   &       connects again, by an address without TLS
 //   *       and by one with TLS and an account, which this server has not; the user knows the password
 //   %COUNT  so many seconds pass for the link
 //   -       the server closes the connection
 //   !BYTES  sends a piece of a line
-//   ~       what waits is done
-//   .       some of it is done
-//   x       the window goes
+//   ~       runs the event loop until nothing is pending
+//   .       runs one turn of it
+//   x       deletes the window
 
 #include "fuzz.h"
 
@@ -35,7 +35,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Until nothing is left to do; tabs close 1 ms after they were asked to.
+/// Runs the event loop until nothing is pending. A tab closes after 1 ms.
 static void settle()
 {
     QTest::qWait(1);
@@ -52,8 +52,8 @@ static bool isNegotiation(const QByteArray &line)
     return std::any_of(words.begin(), words.end(), [&](auto &word) { return line.startsWith(word); });
 }
 
-/// Counts what Parlo wrote to a client in `written` and had no reason to: it registers, answers each of `pings` and, from
-/// `versions` on, requests for its version.
+/// Counts the lines that Parlo wrote to a client, `written`, without a reason. Reasons are the registration, `pings`, and
+/// requests for the version, of which `versions` may be answered.
 static qsizetype unasked(const QByteArray &written, qsizetype maxLine, qsizetype &pings, qsizetype &versions)
 {
     require(!written.contains(QByteArray(password.data())), "no password leaves without TLS");

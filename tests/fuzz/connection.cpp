@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Whatever the server says of a channel's members, its roster stays in order; and whatever the user types, in
-// whatever tab, one line at most goes out. A line of the input comes from the server, unless it begins with
-// ">", for a text of the user's, where "\r" stands for a line end, or "=", for the tab that it is typed into.
+// A roster stays sorted, whatever the server says about the members of the channel. A text of the user sends
+// at most one line, in every tab. A line of the input comes from the server, unless it begins with ">", for a
+// text of the user, in which "\r" means a line end, or "=", for the tab that the text is typed into.
 
 #include "fuzz.h"
 
@@ -29,7 +29,7 @@ void fuzz(const QByteArray &input)
     QTcpSocket *client = device.get();
     client->setSocketDescriptor(ends[0]);
     server.setSocketDescriptor(ends[1]);
-    // How many lines the connection has written since the last time.
+    // The number of lines that the connection has written since the last call.
     const auto written = [&] {
         client->flush();
         server.waitForReadyRead(0);
@@ -64,7 +64,7 @@ void fuzz(const QByteArray &input)
        [&](ircmode *m) { letters = m->modes().remove(u'+').remove(u'-').left(512).size(); });
     on(&connection::gotRawLine, [&] { require(letters == 0, "each letter is one mode"); });
 
-    // A line of that length is written in one go.
+    // A line of that length is written at once.
     const QString text = QString::fromUtf8(input.left(4096));
     conn.identity.setNick(text);
     conn.identity.setRealname(text);

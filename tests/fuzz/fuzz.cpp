@@ -20,11 +20,11 @@ int LLVMFuzzerInitialize(int *argc, char ***argv)
     static const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // It lives until the process ends: nobody calls us then.
+    // It is never deleted, because nothing calls us at the end of the process.
     static const auto *app = new QApplication(*argc, *argv);
     Q_UNUSED(app);
     QLoggingCategory::setFilterRules(u"*=false"_s);
-    // Whatever host an input names, nobody is asked for it, and no connection leaves the loopback.
+    // No name of a host in an input is looked up, and no connection leaves the loopback.
     QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, u"127.0.0.1"_s, 1});
     return 0;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A line from the server comes apart into sender, command and words, and nothing gets lost on the way.
+// A line from the server is split into sender, command and words, and nothing is lost.
 
 #include "fuzz.h"
 

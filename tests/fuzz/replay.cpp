@@ -5,7 +5,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 
-// Stands in for libFuzzer where there is none: calls the target with every file of a folder.
+// Replaces libFuzzer: calls the target with each file of a folder.
 int main(int argc, char **argv)
 {
     LLVMFuzzerInitialize(&argc, &argv);

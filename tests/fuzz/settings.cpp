@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Whatever is in the settings file: reading it leaves it alone, and what is written reads back the same.
+// Whatever the settings file contains, reading does not change it, and what is written reads back the same.
 
 #include "fuzz.h"
 
@@ -33,7 +33,7 @@ void fuzz(const QByteArray &input)
     require(file.open(QFile::ReadOnly) && file.readAll() == input, "reading leaves the file alone");
     file.close();
 
-    // And one that the user makes.
+    // Adds a preset of the user's.
     const QString text = QString::fromUtf8(input);
     presets.prepend({text, text, 6667, text, text, preset::splitChannels(text)});
     require(preset::save(name, presets), "the file can be written");

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "linelayouts.h"
+
+#include "readable.h"
+
+#include <cmath>
+
+namespace {
+
+/// Qt looks at a word to its end for every row that it fills: over a second for one of 64 KiB. So rows are broken
+/// anywhere until no more than so many characters of the word are left.
+constexpr qsizetype maxWord = 512;
+
+bool inLongWord(const QString &text, qsizetype place)
+{
+    const qsizetype space = text.indexOf(u' ', place);
+    return (space < 0 ? text.size() : space) - place > maxWord;
+}
+
+QTextCharFormat formatOf(const richspan &span, const QColor &background)
+{
+    QTextCharFormat look;
+    if (span.colour != 0)
+        look.setForeground(readable(QColor::fromRgb(span.colour), background));
+    if ((span.styles & richspan::bold) != 0)
+        look.setFontWeight(QFont::Bold);
+    if ((span.styles & richspan::underline) != 0)
+        look.setFontUnderline(true);
+    if ((span.styles & richspan::italic) != 0)
+        look.setFontItalic(true);
+    return look;
+}
+
+} // namespace
+
+void linelayouts::reset(const logformat &newFormat)
+{
+    made.clear();
+    format = newFormat;
+}
+
+const QTextLayout &linelayouts::of(qint64 line)
+{
+    if (const auto found = made.find(line); found != made.end())
+        return found->second;
+    QTextLayout &layout = made.try_emplace(line, lines.text(line), format.font).first->second;
+    layout.setFormats(formatsOf(line));
+    // The glyphs are needed again to paint them.
+    layout.setCacheEnabled(true);
+    layOut(layout, lines.has(line, linestore::newDay) ? format.daySpace : 0);
+    return layout;
+}
+
+int linelayouts::heightOf(qint64 line)
+{
+    const QTextLayout &layout = of(line);
+    const QTextLine last = layout.lineAt(layout.lineCount() - 1);
+    return static_cast<int>(std::ceil(last.y() + last.height()));
+}
+
+void linelayouts::keepOnly(qint64 from, qint64 to)
+{
+    made.erase(made.begin(), made.lower_bound(from));
+    made.erase(made.upper_bound(to), made.end());
+}
+
+void linelayouts::layOut(QTextLayout &layout, int top) const
+{
+    const QString text = layout.text();
+    QTextOption option;
+    qreal y = top;
+    layout.beginLayout();
+    for (qsizetype place = 0;;) {
+        option.setWrapMode(inLongWord(text, place) ? QTextOption::WrapAnywhere
+                                                   : QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
+        QTextLine row = layout.createLine();
+        if (!row.isValid())
+            break;
+        row.setLeadingIncluded(true);
+        row.setLineWidth(format.width);
+        row.setPosition({qreal(format.left), y});
+        y += row.height();
+        place = row.textStart() + row.textLength();
+    }
+    layout.endLayout();
+}
+
+QList<QTextLayout::FormatRange> linelayouts::formatsOf(qint64 line) const
+{
+    QList<QTextLayout::FormatRange> formats;
+    for (const richspan &span : lines.spans(line))
+        formats.append({span.start, span.length, formatOf(span, format.background)});
+    return formats;
+}

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "loghands.h"
+
+#include "logview.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
+#include <QMouseEvent>
+
+#include <algorithm>
+
+using unit = logselection::unit;
+
+namespace {
+
+constexpr int edgeMs = 40;
+
+} // namespace
+
+loghands::loghands(logview *log)
+    : QObject(log),
+      view(log),
+      links([log](const QPoint &point) { return log->addressAt(point); }),
+      fingers(log)
+{
+    view->viewport()->setMouseTracking(true);
+    view->viewport()->installEventFilter(this);
+}
+
+bool loghands::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        return press(*static_cast<QMouseEvent *>(event));
+    case QEvent::MouseButtonDblClick:
+        return doubleClick(*static_cast<QMouseEvent *>(event));
+    case QEvent::MouseMove:
+        return move(*static_cast<QMouseEvent *>(event));
+    case QEvent::MouseButtonRelease:
+        return release(*static_cast<QMouseEvent *>(event));
+    case QEvent::ContextMenu:
+        return showMenu(*static_cast<QContextMenuEvent *>(event));
+    case QEvent::Wheel:
+        // With Ctrl it changes the size of the text elsewhere, which is the same in all views here.
+        if (!static_cast<QWheelEvent *>(event)->modifiers().testFlag(Qt::ControlModifier))
+            break;
+        event->ignore();
+        return true;
+    default:
+        break;
+    }
+    return fingers.scroll(event) || QObject::eventFilter(watched, event);
+}
+
+bool loghands::press(const QMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton)
+        return false;
+    pointer = event.position().toPoint();
+    links.press(pointer);
+    if (fingerscroll::isFinger(event))
+        return true;
+    // Nothing is ever dragged from here. That runs an event loop of its own, in which the server may close this
+    // tab; and what is selected has been copied.
+    const bool third = sinceDoubleClick.isValid() &&
+                       sinceDoubleClick.elapsed() < QApplication::doubleClickInterval() &&
+                       (pointer - doubleClicked).manhattanLength() < QApplication::startDragDistance();
+    if (event.modifiers() == Qt::ShiftModifier)
+        view->extendSelection(view->placeAt(pointer));
+    else
+        view->beginSelection(view->placeAt(pointer), third ? unit::line : unit::character);
+    return true;
+}
+
+bool loghands::doubleClick(const QMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton)
+        return false;
+    if (fingerscroll::isFinger(event))
+        return true;
+    sinceDoubleClick.start();
+    doubleClicked = event.position().toPoint();
+    view->beginSelection(view->placeAt(doubleClicked), unit::word);
+    return true;
+}
+
+bool loghands::move(const QMouseEvent &event)
+{
+    if (fingerscroll::isFinger(event))
+        return true;
+    pointer = event.position().toPoint();
+    const bool selects = event.buttons().testFlag(Qt::LeftButton);
+    view->viewport()->setCursor(selects ? Qt::IBeamCursor : links.cursorAt(pointer));
+    if (selects)
+        view->extendSelection(view->placeAt(pointer));
+    if (!selects || view->viewport()->rect().contains(pointer))
+        edge.stop();
+    else if (!edge.isActive())
+        edge.start(edgeMs, this);
+    return true;
+}
+
+void loghands::timerEvent(QTimerEvent * /*event*/)
+{
+    const int below = std::max(0, pointer.y() - view->viewport()->height());
+    view->scrollBy(pointer.y() < 0 ? pointer.y() : below);
+    view->extendSelection(view->placeAt(pointer));
+}
+
+bool loghands::release(const QMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton)
+        return false;
+    edge.stop();
+    if (!view->selection().isEmpty() && !fingerscroll::isFinger(event))
+        view->copy();
+    else
+        links.release(event.position().toPoint());
+    return true;
+}
+
+// No menu may run an event loop of its own, in which the server may close this tab.
+bool loghands::showMenu(const QContextMenuEvent &event)
+{
+    auto *menu = new QMenu(view);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("&Copy"), view, &logview::copy)->setEnabled(!view->selection().isEmpty());
+    const QString address = view->addressAt(event.pos()).toString();
+    if (!address.isEmpty())
+        menu->addAction(tr("Copy &Link"), view, [address] { QApplication::clipboard()->setText(address); });
+    menu->addAction(tr("Select &All"), view, &logview::selectAll);
+    menu->popup(event.globalPos());
+    return true;
+}
