@@ -6,6 +6,7 @@
 //   connect NICK CHANNELS     the user opens Parlo and connects; "-" joins nothing
 //   preset KEY VALUE          in the next preset by address this key has this value
 //   address NICK ADDRESS      the user opens Parlo and connects to an address: lines are UTF-8 from now on
+//   answer TEXT               the user types a text into the prompt that opens, or closes it if there is none
 //   welcome back              the server waits for a new connection
 //   <- LINE                   the server sends this line
 //   <~ TEXT                   the server sends this, without a line end
@@ -60,11 +61,13 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QInputDialog>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -163,6 +166,22 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          t.codec = linecodec::utf8;
          t.person->connectTo(p.rest, 0, p.first, {}, std::exchange(t.preset, {}));
      }},
+    {"answer"_L1,
+     [](auto &t, auto &p) {
+         bool answered = false;
+         QTimer look;
+         look.callOnTimeout([&] {
+             auto *prompt = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
+             if (prompt == nullptr)
+                 return;
+             prompt->setTextValue(p.all);
+             p.all.isEmpty() ? prompt->reject() : prompt->accept();
+             answered = true;
+         });
+         look.start(1);
+         QTRY_VERIFY(answered);
+         t.person->window()->activateWindow();
+     }},
     {"welcome"_L1,
      [](auto &t, auto &) {
          QTRY_VERIFY(t.server->hasPendingConnections());
@@ -177,7 +196,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
      }},
     {"refuse"_L1, [](auto &t, auto &) { t.server->close(); }},
     {"listen"_L1, [](auto &t, auto &) { QVERIFY(t.server->listen(QHostAddress::LocalHost, t.port)); }},
-    {"pass"_L1, [](auto &, auto &p) { countdown::pass(qRound(p.all.toDouble() * 1000)); }},
+    {"pass"_L1,
+     [](auto &, auto &p) {
+         countdown::pass(qRound(p.all.toDouble() * 1000));
+         QCoreApplication::processEvents(); // what is due fires now, or not at all
+     }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
     {"close"_L1,
      [](auto &t, auto &) {
