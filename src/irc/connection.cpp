@@ -49,8 +49,11 @@ connection::connection()
         keeper.giveUp(progress.fault());
     });
     connect(&pending, &outbox::due, this, [this](const outbox::piece &next) {
-        sendPrivmsg(next.target, next.action ? ctcpMark + u"ACTION " + next.text + ctcpMark : next.text);
-        Q_EMIT said(next.target, next.text, next.action);
+        const QString text = next.action ? ctcpMark + u"ACTION " + next.text + ctcpMark : next.text;
+        if (send(u"PRIVMSG " + next.target + u" :" + text))
+            Q_EMIT said(next.target, next.text, next.action);
+        else
+            Q_EMIT notSaid(next.target);
     });
 }
 
@@ -80,12 +83,20 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     progress.connecting();
     if (address.isValid())
         return openAddress(address, port);
-    keeper.forget();
-    // Those of a session by address may have keys, and are another server's.
     if (manner.negotiates)
-        channels.clear();
+        leaveAddress();
     useManners({});
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
+}
+
+// Nothing of a session by address may reach another server: not what waits to be said, nor a channel's key.
+void connection::leaveAddress()
+{
+    keeper.forget();
+    loggedIn = false;
+    dropLink();
+    channels.clear();
+    keys.clear();
 }
 
 void connection::openAddress(const ircaddress &address, int port)
@@ -97,7 +108,10 @@ void connection::openAddress(const ircaddress &address, int port)
     destination to = std::exchange(details, {});
     // Whoever comes back to a server comes back to its channels.
     const QStringList wanted = address.channels() + to.channels;
-    if (address.host() != keeper.where().address.host() || !wanted.isEmpty())
+    const bool sameHost = address.host() == keeper.where().address.host();
+    if (!sameHost)
+        keys.clear();
+    if (!sameHost || !wanted.isEmpty())
         channels = wanted;
     to.address = address;
     for (const QString &channel : address.channels())
@@ -197,26 +211,25 @@ void connection::dropLongLine()
 void connection::giveUp(const QString &why)
 {
     Q_EMIT dropped(why);
-    if (manner.negotiates)
-        keeper.quitting();
     if (!isEnding())
         return socket.abort();
     socket.close();
     socketDisconnect();
 }
 
-void connection::send(QString line)
+bool connection::send(QString line)
 {
     if (manner.mindsSending && socket.state() != QAbstractSocket::ConnectedState)
-        return;
+        return false;
     line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     if (manner.mindsSending && manner.codec.bytes(line).size() > supports.maxLine - lineEndBytes) {
         Q_EMIT tooLong();
-        return;
+        return false;
     }
     socket.sendLine(line);
     if (socket.unsent() > maxUnsent)
         giveUp(u"The server does not read what it is sent"_s);
+    return true;
 }
 
 // --- lines from the server ---
@@ -258,6 +271,8 @@ void connection::parseLine(const QString &line)
 bool connection::follow(ircmessage *msg)
 {
     const QString command = msg->command();
+    if (command == "QUIT"_L1 || command == "NICK"_L1)
+        reclaimNick(*msg);
     if (netbatch whole; batches.ends(*msg, &whole)) {
         Q_EMIT split(whole);
         return false;
@@ -266,7 +281,9 @@ bool connection::follow(ircmessage *msg)
         return false;
     for (const QString &line : progress.receive(*msg))
         send(line);
-    if (const linkfault fault = progress.fault(); fault.what != linkfault::kind::none && !registered) {
+    // A ban (465) may come at any time, the rest only before the welcome.
+    if (const linkfault fault = progress.fault();
+        fault.what != linkfault::kind::none && (!registered || command == "465"_L1)) {
         keeper.giveUp(fault);
         return false;
     }
@@ -282,11 +299,9 @@ bool connection::follow(ircmessage *msg)
         learnRules(*msg);
     else if (command == "376"_L1 || command == "422"_L1)
         joinAll();
-    else if (command == "QUIT"_L1 || command == "NICK"_L1)
-        reclaimNick(*msg);
     noteMask(*msg);
     // What is between the server and the program is nothing to show; the nick that comes of it is told at the welcome.
-    if (!registered && (command == "432"_L1 || command == "433"_L1))
+    if (!registered && registration::refusesNick(command))
         return false;
     return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
 }
@@ -301,8 +316,13 @@ void connection::joinAll()
 {
     if (std::exchange(joined, true))
         return;
-    for (const QString &line : keeper.where().perform)
+    // A copy: a line may lead to another server after all.
+    const QStringList wanted = keeper.where().perform;
+    for (const QString &line : wanted) {
         Q_EMIT perform(line);
+        if (!isReady())
+            return;
+    }
     for (const QString &line : registration::joinLines(channels))
         send(line);
 }
@@ -366,6 +386,9 @@ void connection::handleNames(ircmessage *msg)
 {
     QStringList names;
     for (int i = 3; i < msg->paramCount(); ++i) {
+        // Two spaces in a row are no name.
+        if (manner.taggedLines && msg->param(i, true).isEmpty())
+            continue;
         names.append(msg->param(i, true));
         Q_EMIT debug(u"name: " + names.last());
     }

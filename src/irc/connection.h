@@ -61,8 +61,8 @@ public:
 
     /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
     /// left out. A classic session does not check whether we are connected, nor how long the line is; one by address writes
-    /// nothing then, and says tooLong() of a line that is.
-    void send(QString line);
+    /// nothing then, and says tooLong() of a line that is. False if nothing was written.
+    bool send(QString line);
 
     /// Whether `nick` is ours.
     bool isMe(const QString &nick) const
@@ -73,7 +73,10 @@ public:
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
     /// Whether what is said now would reach the server. A classic session does not know.
-    bool isReady() const { return !manner.mindsSending || registered; }
+    bool isReady() const
+    {
+        return !manner.mindsSending || (registered && socket.state() == QAbstractSocket::ConnectedState);
+    }
 
     /// How this session behaves.
     manners manner;
@@ -143,6 +146,7 @@ private:
     struct reply;
     static const reply replies[];
 
+    void leaveAddress();
     void openAddress(const ircaddress &address, int port);
     void useManners(const manners &wanted);
     /// Ends the connection in silence towards the server.

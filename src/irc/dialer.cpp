@@ -171,8 +171,9 @@ linkfault::kind dialer::kindOfError() const
                        socket->errorString().contains("unsupported protocol"_L1)
                    ? linkfault::kind::outdatedTls
                    : linkfault::kind::noTls;
-    case QAbstractSocket::SslInternalError:
     case QAbstractSocket::SslInvalidUserDataError:
+        return linkfault::kind::badCertificateFile;
+    case QAbstractSocket::SslInternalError:
     case QAbstractSocket::RemoteHostClosedError:
         return linkfault::kind::noTls;
     default:
@@ -186,7 +187,7 @@ void dialer::attemptFailed()
     const bool answered = what != linkfault::kind::refused && what != linkfault::kind::noAnswer;
     if (!answered && !addresses.isEmpty())
         return tryNext();
-    fail(what, seen);
+    fail(what, what == linkfault::kind::badCertificateFile ? target.certificateFile : seen);
 }
 
 void dialer::done()

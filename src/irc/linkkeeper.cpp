@@ -4,6 +4,7 @@
 #include "linkmemory.h"
 
 #include <QDateTime>
+#include <QNetworkInformation>
 #include <QRandomGenerator>
 #include <QTcpSocket>
 
@@ -43,21 +44,48 @@ linkkeeper::linkkeeper()
 
 void linkkeeper::start(const destination &wanted)
 {
+    if (standing)
+        Q_EMIT dropWanted();
+    // What a host has said of itself holds as long as we come back to it.
+    const bool sameHost = to.address.host() == wanted.address.host();
+    const quint16 asked = sameHost ? upgradePort : 0;
     stop();
-    if (to.address.host() != wanted.address.host())
+    upgradePort = asked;
+    if (!sameHost)
         nickLength = 0;
     to = wanted;
     active = true;
+    watchNetwork();
     tryNow();
+}
+
+// Where the system knows whether there is a network, the next try need not wait for its time.
+void linkkeeper::watchNetwork()
+{
+    if (watching || !QNetworkInformation::loadBackendByFeatures(QNetworkInformation::Feature::Reachability))
+        return;
+    watching = true;
+    connect(QNetworkInformation::instance(), &QNetworkInformation::reachabilityChanged, this,
+            [this](QNetworkInformation::Reachability now) {
+                if (now == QNetworkInformation::Reachability::Online && nextTry.isActive())
+                    tryNow();
+            });
 }
 
 void linkkeeper::stop()
 {
+    if (standing)
+        keepPolicy();
     active = false;
     standing = false;
     refused.clear();
     upgradePort = 0;
     retries.reset();
+    endTry();
+}
+
+void linkkeeper::endTry()
+{
     dial.cancel();
     for (countdown *c : {&nextTry, &welcomeTime, &loginTime, &silence})
         c->stop();
@@ -208,6 +236,7 @@ void linkkeeper::giveUp(const linkfault &why)
     // What the drop brings about is not the end of a connection that stands.
     const bool stood = std::exchange(standing, false);
     Q_EMIT dropWanted();
+    endTry();
     if (stood)
         keepPolicy();
     failed(why);
@@ -220,6 +249,7 @@ void linkkeeper::stsOffered(const stsoffer &offer)
         upgradePort = offer.port;
         standing = false;
         Q_EMIT dropWanted();
+        endTry();
         return tryNow();
     }
     // What is said later is kept at the end: nobody makes us write a file with every line.

@@ -74,6 +74,9 @@ Q_SIGNALS:
     void loginTimedOut();
 
 private:
+    void watchNetwork();
+    /// Stops what waits and what is tried.
+    void endTry();
     void tryNow();
     void dialed();
     void failed(const linkfault &why);
@@ -86,6 +89,8 @@ private:
     dialer dial;
     retryclock retries;
     bool active = false;
+    /// Whether the system's network is watched.
+    bool watching = false;
     /// Whether a connection stands.
     bool standing = false;
     /// The port at which the host wants TLS, said on a plain link of this session; 0 when it has not said so.

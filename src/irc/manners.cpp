@@ -9,5 +9,14 @@ const manners &manners::classic()
 
 manners manners::today()
 {
-    return {linecodec::utf8, true, true, true, true, true, true, true, true, true};
+    return {.codec = linecodec::utf8,
+            .taggedLines = true,
+            .negotiates = true,
+            .readsRules = true,
+            .moreCommands = true,
+            .mindsSending = true,
+            .plainFields = true,
+            .sortsReplies = true,
+            .quietTabs = true,
+            .keepsPlace = true};
 }

@@ -10,6 +10,7 @@ namespace {
 /// A server that opens batches without end would fill the memory.
 constexpr qsizetype maxOpen = 16;
 constexpr int maxPeople = 100'000;
+constexpr qsizetype maxBytes = 8'000'000;
 
 } // namespace
 
@@ -19,17 +20,20 @@ bool netbatches::takes(const ircmessage &message)
         const QString name = message.param(0, true);
         const QString type = message.param(1, true).toLower();
         const bool left = type == "netsplit"_L1;
-        if (!name.startsWith(u'+') || (!left && type != "netjoin"_L1) || open.size() == maxOpen)
+        if (!name.startsWith(u'+') || (!left && type != "netjoin"_L1) || open.size() == maxOpen ||
+            open.contains(name.mid(1)))
             return false;
         open.insert(name.mid(1), {left, {message.param(2, true), message.param(3, true)}, {}, {}});
         return true;
     }
     const auto batch = open.find(message.tags().value(u"batch"));
-    if (batch == open.end() || people == maxPeople)
+    if (batch == open.end() || people == maxPeople || bytes > maxBytes)
         return false;
     if (batch->left && message.command() == "QUIT"_L1) {
         batch->nicks.append(message.prefix()->nick());
         ++people;
+        bytes += message.prefix()->nick().size() + message.prefix()->user().size() +
+                 message.prefix()->host().size();
         return true;
     }
     if (!batch->left && message.command() == "JOIN"_L1) {
@@ -37,6 +41,8 @@ bool netbatches::takes(const ircmessage &message)
         batch->joined[message.param(0, true).toLower()].append(who.nick() + u'!' + who.user() + u'@' +
                                                                who.host());
         ++people;
+        bytes += message.prefix()->nick().size() + message.prefix()->user().size() +
+                 message.prefix()->host().size();
         return true;
     }
     return false;
@@ -49,6 +55,6 @@ bool netbatches::ends(const ircmessage &message, netbatch *whole)
         return false;
     *whole = open.take(name.mid(1));
     if (open.isEmpty())
-        people = 0;
+        clear();
     return true;
 }

@@ -32,4 +32,5 @@ private:
     QMap<QString, netbatch> open;
     /// In all open ones.
     int people = 0;
+    qsizetype bytes = 0;
 };

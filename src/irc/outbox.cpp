@@ -12,7 +12,8 @@ void outbox::add(const QList<piece> &pieces)
 {
     // Whoever types a line at a time needs no pace.
     if (pieces.size() == 1 && waiting.isEmpty()) {
-        pace.sent(countdown::now());
+        if (const qint64 now = countdown::now(); pace.wait(now) == 0)
+            pace.sent(now);
         Q_EMIT due(pieces.first());
         return;
     }

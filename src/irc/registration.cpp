@@ -55,10 +55,15 @@ QStringList registration::begin(const ircuser &identity, const destination &to, 
                                u"USER " + identity.user() + u" 0 * :" + identity.realname()};
 }
 
+bool registration::refusesNick(const QString &command)
+{
+    return command == "432"_L1 || command == "433"_L1 || command == "436"_L1 || command == "437"_L1;
+}
+
 QStringList registration::receive(const ircmessage &message)
 {
     const QString command = message.command();
-    if (m_stage == stage::registering && (command == "432"_L1 || command == "433"_L1)) {
+    if (m_stage == stage::registering && refusesNick(command)) {
         if (firstRefusal.isEmpty())
             firstRefusal = command;
         const QString next = command == "432"_L1 ? nicks.nextAfterRefused() : nicks.nextAfterTaken();
@@ -67,7 +72,7 @@ QStringList registration::receive(const ircmessage &message)
         return next.isEmpty() ? QStringList() : QStringList(u"NICK " + next);
     }
     // RFC 2812, 5.2: a wrong password, and a ban.
-    if (command == "464"_L1 || command == "465"_L1)
+    if ((command == "464"_L1 && m_stage == stage::registering) || command == "465"_L1)
         refusal = linkfault(linkfault::kind::serverRefuses, {}, 0, message.paramsFrom(1, true));
     return negotiation.receive(message);
 }
@@ -90,7 +95,7 @@ QString registration::nickNote(const QString &nick) const
 {
     if (firstRefusal.isEmpty() || nick == firstNick())
         return {};
-    return firstNick() + (firstRefusal == "433"_L1 ? " is taken"_L1 : " is not allowed here"_L1) +
+    return firstNick() + (firstRefusal == "432"_L1 ? " is not allowed here"_L1 : " is taken"_L1) +
            u"; you are " + nick;
 }
 

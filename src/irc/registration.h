@@ -30,6 +30,8 @@ public:
 
     /// A line of the server in a session by address: what to answer.
     QStringList receive(const ircmessage &message);
+    /// Whether a reply says that a nick cannot be ours (RFC 2812, 5.2).
+    static bool refusesNick(const QString &command);
     /// Why this cannot become a registration; of no kind while it can.
     linkfault fault() const;
     /// No answer to our login has come for too long.

@@ -263,6 +263,15 @@ bool usercommands::isAction(const QString &text, QString *action)
     return begins(text, actionWord, action);
 }
 
+QString usercommands::wordOf(const QString &text, QString *args)
+{
+    QString line = text.startsWith(u'/') ? text.mid(1) : text;
+    QTextStream stream(&line, QIODevice::ReadOnly);
+    const QString name = word(stream).toUpper();
+    *args = rest(stream);
+    return name;
+}
+
 bool usercommands::isQuery(const QString &text, QString *nick, QString *said)
 {
     QString args;

@@ -190,14 +190,14 @@ void ircsession::userInputToday(const QString &text, irctab *tab)
     QString said;
     QString nick;
     const bool command = text.startsWith(u'/') && !text.startsWith(u"//");
-    const bool action = command && usercommands::isAction(text, &said);
+    const bool action = command && usercommands::wordOf(text, &said) == u"ME";
     if (text.isEmpty())
         return;
     if (tab != serverTab && command && usercommands::isClose(text))
         return closeTab(tab);
     if (command && usercommands::isQuery(text, &nick, &said)) {
         openQuery(nick);
-        return said.isEmpty() ? void() : userInputToday(said, findTab(nick));
+        return said.isEmpty() ? void() : sayIn(findTab(nick), said, false);
     }
     if (command && !action) {
         if (!conn.userCommand(text, tab->tabName()))
@@ -206,6 +206,11 @@ void ircsession::userInputToday(const QString &text, irctab *tab)
     }
     if (!action)
         said = text.startsWith(u"//") ? text.mid(1) : text;
+    sayIn(tab, said, action);
+}
+
+void ircsession::sayIn(irctab *tab, const QString &said, bool action)
+{
     if (tab == serverTab)
         tab->refuseInput(u"Not sent: this is nobody's tab"_s);
     else if (!conn.isReady())
@@ -228,8 +233,9 @@ void ircsession::showSaid(const QString &target, const QString &text, bool actio
 // A line of the preset, which must not lead away from this connection.
 void ircsession::performLine(const QString &line)
 {
-    const QString word = line.section(u' ', 0, 0).toUpper();
-    if (word != u"/SERVER" && word != u"/QUIT")
+    QString args;
+    const QString word = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
+    if (word != u"SERVER" && word != u"QUIT")
         userInput(line, serverTab);
 }
 
@@ -300,7 +306,7 @@ event ircsession::newEvent(event::kind what, const ircmessage *msg, const QStrin
     e.who = *msg->prefix();
     e.where = msg->param(0, true);
     e.text = text;
-    e.ours = sentByMe(msg);
+    e.ours = what != event::kind::reply && sentByMe(msg);
     if (const QDateTime said = msg->tags().time(); conn.manner.taggedLines && said.isValid()) {
         e.old = e.when - said.toMSecsSinceEpoch() > maxAgeMs;
         e.when = e.old ? said.toMSecsSinceEpoch() : e.when;
@@ -414,7 +420,10 @@ void ircsession::parseCtcp(ircmessage *msg)
     const QString answer = ctcpanswers::answerTo(keyword, msg->paramsFrom(2, true), conn.manner.moreCommands);
     if (answer.isEmpty())
         return;
-    serverTab->happened(newEvent(event::kind::reply));
+    const auto e = newEvent(event::kind::reply, msg);
+    if (e.old)
+        return;
+    serverTab->happened(e);
     serverTab->message(u"Recieved CTCP " + keyword.toUpper() + u" from " + sender);
     if (answers.mayAnswer(clock.elapsed()))
         conn.sendCtcpReply(sender, answer);

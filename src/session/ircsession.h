@@ -81,6 +81,7 @@ private:
     void openQuery(const QString &nick);
     // What sessions by address have besides.
     void userInputToday(const QString &text, irctab *tab);
+    void sayIn(irctab *tab, const QString &said, bool action);
     void showStatus(const QString &text);
     /// Asks for the password of the account in an address, and connects.
     void askAndConnect(const QString &address, int port);

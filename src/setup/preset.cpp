@@ -71,8 +71,13 @@ destination preset::details() const
 {
     if (!isByAddress())
         return {};
-    return {
-        ircaddress(server), static_cast<quint16>(port), password, altNick, certificate, perform, channels};
+    return {ircaddress(server),
+            static_cast<quint16>(port > 65535 ? 0 : port),
+            password,
+            altNick,
+            certificate,
+            perform,
+            channels};
 }
 
 QStringList preset::splitChannels(const QString &text)

@@ -10,21 +10,24 @@ namespace {
 struct lookTag
 {
     bool textlook::*part = nullptr;
-    QLatin1StringView name;
+    QStringView name;
 };
 
 constexpr lookTag switches[] = {
-    {&textlook::bold, "b"_L1},   {&textlook::italic, "i"_L1},        {&textlook::underline, "u"_L1},
-    {&textlook::strike, "s"_L1}, {&textlook::reverse, "reverse"_L1},
+    {&textlook::bold, u"b"},
+    {&textlook::italic, u"i"},
+    {&textlook::underline, u"u"},
+    {&textlook::strike, u"\u017fs"},
+    {&textlook::reverse, u"\u017freverse"},
 };
 
 struct colourTag
 {
     quint32 textlook::*part = nullptr;
-    QLatin1StringView name;
+    QStringView name;
 };
 
-constexpr colourTag colours[] = {{&textlook::colour, "font"_L1}, {&textlook::background, "mark"_L1}};
+constexpr colourTag colours[] = {{&textlook::colour, u"font"}, {&textlook::background, u"\u017fmark"}};
 
 /// The tags that lead from one look to the other.
 QString change(const textlook &from, const textlook &to)

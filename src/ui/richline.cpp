@@ -35,10 +35,10 @@ struct switchtag
     richspan::style style = richspan::plain;
 };
 
-constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richspan::bold},
-                                  {u"i", richspan::italic},    {u"em", richspan::italic},
-                                  {u"u", richspan::underline}, {u"ins", richspan::underline},
-                                  {u"s", richspan::strike},    {u"reverse", richspan::reverse}};
+constexpr switchtag switches[] = {{u"b", richspan::bold},         {u"strong", richspan::bold},
+                                  {u"i", richspan::italic},       {u"em", richspan::italic},
+                                  {u"u", richspan::underline},    {u"ins", richspan::underline},
+                                  {u"\u017fs", richspan::strike}, {u"\u017freverse", richspan::reverse}};
 
 /// The colour in the attributes of a tag; 0 when they name none.
 QRgb colourOf(QStringView attributes)
@@ -136,7 +136,7 @@ qsizetype richline::readEntity(QStringView rest)
 void richline::applyTag(QStringView name, QStringView attributes, bool closing)
 {
     const bool font = name.compare(u"font", Qt::CaseInsensitive) == 0;
-    if (font || name.compare(u"mark", Qt::CaseInsensitive) == 0) {
+    if (font || name == u"\u017fmark") {
         const QRgb wanted = closing ? 0 : colourOf(attributes);
         if (closing || wanted != 0) {
             endSpan();

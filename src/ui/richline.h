@@ -23,7 +23,8 @@ struct richspan
 /// A line of rich text after parsing: its characters, and the runs of them that are not plain.
 ///
 /// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font color>,
-/// <mark color> for the background, <b>, <u>, <i>, <s> and <reverse> switch a look on and off, in any order; all other
+/// <b>, <u>, <i> and, for sessions by address, <ſmark color> for the background, <ſs> and <ſreverse> switch a look on
+/// and off, in any order; the letter ſ is not in Latin-1, so no classic server can write these. All other
 /// tags vanish, and nothing is loaded or laid out for them. Entities become their characters. What is no tag or entity
 /// stays as it is. No character of the result breaks the line.
 class richline
