@@ -21,6 +21,8 @@ public:
     void reset(int row, int characters);
     void set(qint64 line, int height);
     int at(qint64 line);
+    /// Whether a height was set since the last reset().
+    bool isKnown(qint64 line);
     /// The height of all lines before `line`.
     qint64 above(qint64 line);
     qint64 total() { return above(lines.end()); }
@@ -30,7 +32,7 @@ public:
 private:
     struct page
     {
-        /// Of its first lines: all that there were when one was asked for.
+        /// Of its first lines: all that there were when one was asked for. A negative one is estimated.
         std::vector<int> heights;
         qint64 sum = 0;
     };

@@ -36,6 +36,7 @@ public:
     int heightOf(qint64 line);
     /// Forgets the layouts of all other lines.
     void keepOnly(qint64 from, qint64 to);
+    void clear() { made.clear(); }
 
 private:
     void layOut(QTextLayout &layout, int top) const;

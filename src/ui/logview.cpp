@@ -242,6 +242,7 @@ void logview::paintEvent(QPaintEvent *event)
             paintLine(painter, line, y, clip);
         y += height;
     }
+    seen.forgetLayouts();
 }
 
 void logview::paintLine(QPainter &painter, qint64 line, int y, const QRect &clip)

@@ -56,7 +56,9 @@ public:
     qint64 y() { return heights.above(m_top.line) + m_top.above + margin; }
 
     const QTextLayout &layoutOf(qint64 line) { return layouts.of(line); }
-    /// Lays a line out, if need be, and says how high it is.
+    /// Call this when all that is in view has been painted. Layouts are large; the next ones are few.
+    void forgetLayouts() { layouts.clear(); }
+    /// The height of a line, which is laid out if that is not known.
     int heightOf(qint64 line);
     /// The upper edge of a line in the view.
     int topOf(qint64 line);
