@@ -4,6 +4,7 @@
 #include <QStringMatcher>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -22,6 +23,20 @@ bool isLatin1(QStringView text)
     for (const QChar c : text)
         all |= c.unicode();
     return all < 0x100;
+}
+
+/// Folds the case of Latin-1. U+00B5 would leave it and stays.
+char folded(char c)
+{
+    static const auto table = [] {
+        std::array<char, 256> all{};
+        for (char16_t from = 0; from < all.size(); ++from) {
+            const char16_t to = QChar(from).toCaseFolded().unicode();
+            all[from] = static_cast<char>(to < all.size() ? to : from);
+        }
+        return all;
+    }();
+    return table[static_cast<uchar>(c)];
 }
 
 } // namespace
@@ -103,10 +118,15 @@ std::vector<richspan> linestore::spans(qint64 line) const
     return spans;
 }
 
+const char *linestore::textOf(qint64 line, const head &h) const
+{
+    return startOf(line) + sizeof h + h.spans * sizeof(richspan);
+}
+
 void linestore::read(qint64 line, QString &text) const
 {
     const head h = headOf(line);
-    const char *start = startOf(line) + sizeof h + h.spans * sizeof(richspan);
+    const char *start = textOf(line, h);
     text.resize(h.length);
     if (h.wide)
         std::memcpy(text.data(), start, static_cast<size_t>(h.length) * sizeof(QChar));
@@ -170,8 +190,22 @@ logplace linestore::endPlace() const
 std::optional<logplace> linestore::find(const QString &sought, logplace from, bool newer) const
 {
     const QStringMatcher matcher(sought, Qt::CaseInsensitive);
+    // Most lines do not contain it. Bytes tell that sooner than characters do.
+    std::string needle = isLatin1(sought) ? sought.toLatin1().toStdString() : std::string();
+    std::transform(needle.begin(), needle.end(), needle.begin(), folded);
+    std::string bytes;
+    const auto mayContain = [&](qint64 line) {
+        const head h = headOf(line);
+        if (h.wide || needle.empty())
+            return true;
+        bytes.resize(static_cast<size_t>(h.length));
+        std::transform(textOf(line, h), textOf(line, h) + h.length, bytes.begin(), folded);
+        return bytes.find(needle) != std::string::npos;
+    };
     QString text;
     for (qint64 line = from.line; line >= first && line < last; line += newer ? 1 : -1) {
+        if (!mayContain(line))
+            continue;
         read(line, text);
         const bool here = line == from.line;
         qsizetype at = matcher.indexIn(QStringView(text), newer && here ? from.at : 0);

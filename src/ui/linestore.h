@@ -37,7 +37,9 @@ public:
     enum mark : quint8 {
         unmarked = 0,
         /// Set by append(): the line before it was said on another day.
-        newDay = 1
+        newDay = 1,
+        /// Said to the user: it has a tint.
+        forUs = 2
     };
 
     /// The lines of a page lie together in memory. A page begins at every multiple of this number.
@@ -94,6 +96,7 @@ private:
     const page &pageOf(qint64 line) const;
     const char *startOf(qint64 line) const;
     head headOf(qint64 line) const;
+    const char *textOf(qint64 line, const head &h) const;
     /// Reads a text into a buffer that has grown already.
     void read(qint64 line, QString &text) const;
     bool isNewDay(qint64 time);
