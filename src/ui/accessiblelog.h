@@ -18,6 +18,8 @@ public:
     /// Tells whoever listens about the lines from `first` on, and that those before `first` go.
     static void tellNew(logview &log, qint64 first);
     static void tellGone(logview &log, qint64 first);
+    /// The same about what is selected.
+    static void tellSelected(logview &log);
 
     explicit accessiblelog(logview *log);
 

@@ -3,8 +3,8 @@
 
 #include "accessiblelog.h"
 #include "calmbar.h"
-#include "fingers.h"
 #include "fingerstyle.h"
+#include "jumpbutton.h"
 #include "lineend.h"
 #include "richline.h"
 #include "weblink.h"
@@ -15,7 +15,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QToolButton>
 #include <QWindow>
 
 #include <algorithm>
@@ -27,12 +26,10 @@ namespace {
 constexpr int talkMs = 16;
 constexpr int floodMs = 40;
 
-constexpr int margin = visiblelines::margin;
-
 } // namespace
 
 logview::logview(QWidget *parent)
-    : QAbstractScrollArea(parent), bar(new calmbar(this)), toBottom(new QToolButton(this))
+    : QAbstractScrollArea(parent), bar(new calmbar(this)), toBottom(new jumpbutton(this))
 {
     accessiblelog::install();
     // A click selects, copies or opens; the keyboard stays where the user types.
@@ -41,8 +38,6 @@ logview::logview(QWidget *parent)
     fingerstyle::apply(bar);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setCursor(Qt::IBeamCursor);
-    toBottom->setFocusPolicy(Qt::NoFocus);
-    toBottom->hide();
     connect(toBottom, &QToolButton::clicked, this, &logview::scrollToBottom);
     frame.setSingleShot(true);
     connect(&frame, &QTimer::timeout, this, &logview::showNew);
@@ -51,10 +46,10 @@ logview::logview(QWidget *parent)
 
 // --- lines, and when they are shown ---
 
-void logview::addLine(const QString &line, qint64 time)
+void logview::addLine(const QString &line, qint64 time, linestore::mark mark)
 {
     const richline rich(withoutLineEnd(QStringView(line)));
-    store.append(rich.text(), rich.spans(), time);
+    store.append(rich.text(), rich.spans(), time, mark);
     drop();
     if (frame.isActive() || !isSeen())
         return;
@@ -103,6 +98,9 @@ void logview::setScrollback(int count)
 void logview::showEvent(QShowEvent *event)
 {
     QAbstractScrollArea::showEvent(event);
+    // Nothing came: what comes now is read at once.
+    if (!event->spontaneous() && unread == store.end())
+        ink.setUnread(-1);
     stay();
     showNew();
 }
@@ -111,21 +109,14 @@ void logview::hideEvent(QHideEvent *event)
 {
     QAbstractScrollArea::hideEvent(event);
     if (!event->spontaneous())
-        unread = store.end();
+        ink.setUnread(unread = store.end());
 }
 
 // --- where the view is ---
 
 void logview::relayout()
 {
-    column.setFont(font());
-    logformat format;
-    format.font = font();
-    format.background = palette().base().color();
-    format.left = margin + (times ? column.width() : 0);
-    format.width = std::max(1, viewport()->width() - format.left - margin);
-    format.daySpace = times ? fontMetrics().lineSpacing() : 0;
-    seen.setFormat(format);
+    seen.setFormat(ink.format(font(), palette(), viewport()->width()));
     seen.setHeight(viewport()->height());
     bar->setSingleStep(fontMetrics().lineSpacing());
     viewport()->update();
@@ -147,7 +138,9 @@ void logview::scrollTo(visiblelines::position to)
         return static_cast<int>(std::clamp<qint64>(y, 0, std::numeric_limits<int>::max()));
     };
     bar->set(number(seen.totalHeight() - height), height, number(seen.y()));
-    showButton();
+    if (seen.isAtBottom())
+        below = 0;
+    toBottom->offer(below, viewport()->geometry());
 }
 
 void logview::scrollContentsBy(int /*dx*/, int dy)
@@ -182,6 +175,12 @@ void logview::scrollToBottom()
     showNew();
 }
 
+void logview::showNewest()
+{
+    if (!m_keepsPlace)
+        scrollToBottom();
+}
+
 void logview::reveal(logplace place)
 {
     const QRect there = rectOf(place);
@@ -209,21 +208,8 @@ void logview::changeEvent(QEvent *event)
 
 void logview::setTimes(bool on)
 {
-    times = on;
+    ink.setTimes(on);
     relayout();
-}
-
-void logview::showButton()
-{
-    if (seen.isAtBottom())
-        below = 0;
-    toBottom->setVisible(below > 0);
-    if (below == 0)
-        return;
-    toBottom->setText(tr("\u2193 %1 new").arg(below));
-    toBottom->resize(toBottom->sizeHint().width(), fingerHeight(toBottom->sizeHint().height()));
-    const QRect area = viewport()->geometry();
-    toBottom->move(area.center().x() - toBottom->width() / 2, area.bottom() - toBottom->height() - margin);
 }
 
 // --- painting ---
@@ -234,42 +220,7 @@ void logview::paintEvent(QPaintEvent *event)
     if (shown != store.end() && !frame.isActive())
         frame.start(0);
     QPainter painter(viewport());
-    const QRect clip = event->rect();
-    int y = -seen.top().above;
-    for (qint64 line = seen.top().line; line < store.end() && y <= clip.bottom(); ++line) {
-        const int height = seen.heightOf(line);
-        if (event->region().intersects(QRect(0, y, viewport()->width(), height)))
-            paintLine(painter, line, y, clip);
-        y += height;
-    }
-    seen.forgetLayouts();
-}
-
-void logview::paintLine(QPainter &painter, qint64 line, int y, const QRect &clip)
-{
-    const QTextLayout &layout = seen.layoutOf(line);
-    const QTextLine row = layout.lineAt(0);
-    if (times) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        const QDateTime time = store.time(line);
-        if (store.has(line, linestore::newDay))
-            column.paintDay(painter, time,
-                            QRect(margin, y, viewport()->width() - 2 * margin, qRound(row.y())));
-        column.paintTime(painter, time, {margin, qRound(y + row.y() + row.ascent())});
-    }
-    if (line == unread && line > store.begin()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawLine(0, y, viewport()->width(), y);
-    }
-    QList<QTextLayout::FormatRange> selections;
-    if (const auto [first, behind] = selected.in(line); first < behind) {
-        QTextCharFormat look;
-        look.setBackground(palette().highlight());
-        look.setForeground(palette().highlightedText());
-        selections.append({first, behind - first, look});
-    }
-    painter.setPen(palette().color(QPalette::Text));
-    layout.draw(&painter, QPoint(0, y), selections, clip);
+    ink.paint(painter, *event, palette(), viewport()->width());
 }
 
 void logview::updateLines(qint64 from, qint64 to)
@@ -299,6 +250,7 @@ void logview::changeSelection(Change change)
     };
     update(start, selected.start());
     update(end, selected.end());
+    accessiblelog::tellSelected(*this);
 }
 
 void logview::beginSelection(logplace place, logselection::unit by)

@@ -3,8 +3,8 @@
 
 #include "linestore.h"
 #include "loghands.h"
+#include "logpainter.h"
 #include "logselection.h"
-#include "timecolumn.h"
 #include "visiblelines.h"
 
 #include <QAbstractScrollArea>
@@ -12,8 +12,8 @@
 #include <QTimer>
 #include <QUrl>
 
-class QToolButton;
 class calmbar;
+class jumpbutton;
 
 /// A log to read: one paragraph a line, growing at the bottom, where it always is, unless it was told otherwise.
 ///
@@ -28,20 +28,23 @@ public:
     explicit logview(QWidget *parent);
 
     /// Appends a line of rich text, less the line ends at its end; see richline for what is read of it. It was
-    /// said at `time`, in seconds since 1970 (UTC).
-    void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch());
+    /// said at `time`, in seconds since 1970 (UTC). One that is marked as for us has a tint.
+    void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch(),
+                 linestore::mark mark = linestore::unmarked);
     void scrollToBottom();
+    /// The same, but where the reader's place is kept, it stays.
+    void showNewest();
     /// Scrolls by a page, up (-1) or down (1).
     void scrollPage(int direction);
     void scrollBy(int pixels);
 
     /// Whether the time of each line is shown beside it.
     void setTimes(bool on);
-    bool showsTimes() const { return times; }
+    bool showsTimes() const { return ink.showsTimes(); }
     /// So many lines are kept; 0 keeps all.
     void setScrollback(int count);
-    /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. From
-    /// the start nobody does.
+    /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. Off by
+    /// default.
     void setKeepsPlace(bool on) { m_keepsPlace = on; }
     bool keepsPlace() const { return m_keepsPlace; }
 
@@ -91,20 +94,17 @@ private:
     void scrollTo(visiblelines::position to);
     /// Goes to the bottom if the view was there, and stays where it is if not.
     void stay() { scrollTo(seen.isAtBottom() ? seen.bottom() : seen.moved(seen.top(), 0)); }
-    void showButton();
-    void paintLine(QPainter &painter, qint64 line, int y, const QRect &clip);
     /// Paints the lines anew from one to before another.
     void updateLines(qint64 from, qint64 to);
     template <typename Change>
     void changeSelection(Change change);
 
     calmbar *bar;
-    QToolButton *toBottom;
+    jumpbutton *toBottom;
     linestore store;
     visiblelines seen{store};
     logselection selected{store};
-    timecolumn column;
-    bool times = false;
+    logpainter ink{store, seen, selected};
     bool m_keepsPlace = false;
     int scrollback = 0;
 

@@ -154,8 +154,8 @@ void richline::applyTag(QStringView name, QStringView attributes, bool closing)
 void richline::endSpan()
 {
     const int end = static_cast<int>(m_text.size());
-    const bool plain = colour == 0 && styles == richspan::plain;
+    const bool plain = colour == 0 && background == 0 && styles == richspan::plain;
     if (end > spanStart && !plain && m_spans.size() < maxSpans)
-        m_spans.push_back({spanStart, end - spanStart, colour, styles});
+        m_spans.push_back({spanStart, end - spanStart, colour, background, styles});
     spanStart = end;
 }

@@ -9,12 +9,14 @@
 /// A run of characters with the same look.
 struct richspan
 {
-    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4 };
+    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4, strike = 8, reverse = 16 };
 
     int start = 0;
     int length = 0;
     /// 0 means the view's text colour.
     QRgb colour = 0;
+    /// 0 is none.
+    QRgb background = 0;
     quint8 styles = plain;
 };
 
@@ -46,5 +48,6 @@ private:
     std::vector<richspan> m_spans;
     int spanStart = 0;
     QRgb colour = 0;
+    QRgb background = 0;
     quint8 styles = richspan::plain;
 };
