@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// So many new lines of a frame are told, which is more than anyone listens to.
+/// The maximum of new lines in a frame that are told.
 constexpr qint64 maxTold = 50;
 
 QAccessibleInterface *make(const QString & /*key*/, QObject *object)

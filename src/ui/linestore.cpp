@@ -25,15 +25,20 @@ bool isLatin1(QStringView text)
     return all < 0x100;
 }
 
-/// Folds the case of Latin-1. U+00B5 would leave it and stays.
-char folded(char c)
+/// A character with its case folded. The micro sign would become a Greek letter, and the other way round here, so
+/// that everything that equals Latin-1 is Latin-1.
+char16_t folded(QChar c)
+{
+    const char16_t to = c.toCaseFolded().unicode();
+    return to == u'\u03bc' ? u'\u00b5' : to;
+}
+
+char foldedByte(char c)
 {
     static const auto table = [] {
         std::array<char, 256> all{};
-        for (char16_t from = 0; from < all.size(); ++from) {
-            const char16_t to = QChar(from).toCaseFolded().unicode();
-            all[from] = static_cast<char>(to < all.size() ? to : from);
-        }
+        for (size_t from = 0; from < all.size(); ++from)
+            all[from] = static_cast<char>(folded(QChar(static_cast<char16_t>(from))));
         return all;
     }();
     return table[static_cast<uchar>(c)];
@@ -191,15 +196,17 @@ std::optional<logplace> linestore::find(const QString &sought, logplace from, bo
 {
     const QStringMatcher matcher(sought, Qt::CaseInsensitive);
     // Most lines do not contain it. Bytes tell that sooner than characters do.
-    std::string needle = isLatin1(sought) ? sought.toLatin1().toStdString() : std::string();
-    std::transform(needle.begin(), needle.end(), needle.begin(), folded);
+    QString same = sought;
+    std::transform(same.cbegin(), same.cend(), same.begin(), folded);
+    const std::string needle = same.toLatin1().toStdString();
+    const bool latin1 = isLatin1(same);
     std::string bytes;
     const auto mayContain = [&](qint64 line) {
         const head h = headOf(line);
-        if (h.wide || needle.empty())
-            return true;
+        if (h.wide || !latin1)
+            return h.wide;
         bytes.resize(static_cast<size_t>(h.length));
-        std::transform(textOf(line, h), textOf(line, h) + h.length, bytes.begin(), folded);
+        std::transform(textOf(line, h), textOf(line, h) + h.length, bytes.begin(), foldedByte);
         return bytes.find(needle) != std::string::npos;
     };
     QString text;

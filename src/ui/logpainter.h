@@ -24,7 +24,7 @@ public:
     bool showsTimes() const { return times; }
     /// Above this line is a thin line, if there is a line before it.
     void setUnread(qint64 line) { unread = line; }
-    /// How lines are laid out that are painted with this font, in a view of this width in pixels.
+    /// How lines are laid out with this font in a viewport of this width, in pixels.
     logformat format(const QFont &font, const QPalette &palette, int width);
     /// Paints the part of a viewport that an event asks for.
     void paint(QPainter &painter, const QPaintEvent &event, const QPalette &palette, int width);

@@ -9,8 +9,6 @@
 #include "richline.h"
 #include "weblink.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QDesktopServices>
 #include <QKeyEvent>
 #include <QPainter>
@@ -18,7 +16,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -134,10 +131,7 @@ void logview::scrollTo(visiblelines::position to)
     else
         viewport()->update();
     const QScopedValueRollback guard(syncing, true);
-    const auto number = [](qint64 y) {
-        return static_cast<int>(std::clamp<qint64>(y, 0, std::numeric_limits<int>::max()));
-    };
-    bar->set(number(seen.totalHeight() - height), height, number(seen.y()));
+    bar->set(seen.totalHeight() - height, height, seen.y());
     if (seen.isAtBottom())
         below = 0;
     toBottom->offer(below, viewport()->geometry());
@@ -268,37 +262,15 @@ void logview::select(logplace from, logplace to)
     changeSelection([&] { selected.select(from, to); });
 }
 
-void logview::copy() const
-{
-    if (selected.isEmpty())
-        return;
-    QClipboard *clipboard = QApplication::clipboard();
-    const QString text = selected.text();
-    clipboard->setText(text);
-    if (clipboard->supportsSelection())
-        clipboard->setText(text, QClipboard::Selection);
-}
-
 bool logview::findText(const QString &text, bool newer)
 {
     showNew();
-    if (text.isEmpty())
-        return false;
-    const logplace far = newer ? logplace{store.begin(), 0} : store.endPlace();
-    const logplace from = selected.isEmpty() ? store.endPlace() : newer ? selected.end() : selected.start();
-    std::optional<logplace> found = store.find(text, from, newer);
-    if (!found && from != far)
-        found = store.find(text, far, newer);
+    const std::optional<logplace> found = selected.find(text, newer);
     if (!found)
         return false;
     select(*found, {found->line, found->at + static_cast<int>(text.size())});
     reveal(*found);
     return true;
-}
-
-QString logview::selectedLine() const
-{
-    return store.isEmpty() ? QString() : store.text(selected.start().line);
 }
 
 QUrl logview::addressAt(const QPoint &point)
@@ -309,9 +281,7 @@ QUrl logview::addressAt(const QPoint &point)
 
 void logview::openSelected() const
 {
-    if (selected.isEmpty())
-        return;
-    const QUrl address = weblink(selectedLine(), selected.start().at);
+    const QUrl address = selected.isEmpty() ? QUrl() : weblink(selectedLine(), selected.start().at);
     if (address.isValid())
         QDesktopServices::openUrl(address);
 }

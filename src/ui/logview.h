@@ -15,11 +15,12 @@
 class calmbar;
 class jumpbutton;
 
-/// A log to read: one paragraph a line, growing at the bottom, where it always is, unless it was told otherwise.
+/// A read-only log: one paragraph a line. New lines come at the bottom, and the view scrolls there, unless
+/// setKeepsPlace() says otherwise.
 ///
 /// A line is in the store when addLine() returns. Layout, scrolling and painting wait for the next frame, once
-/// for all lines that came before it: that is when control is back in the event loop or, while lines keep
-/// coming, a moment later. A view that is not seen waits until it is.
+/// for all lines that came before it: that is when control is back in the event loop, or some
+/// milliseconds later while more lines come. A view that is not seen waits until it is.
 class logview : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -52,7 +53,7 @@ public:
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
     /// The text of the line that the selection begins in.
-    QString selectedLine() const;
+    QString selectedLine() const { return store.isEmpty() ? QString() : store.text(selected.start().line); }
     /// Opens the web address that the selection begins in, if it does.
     void openSelected() const;
 
@@ -63,7 +64,7 @@ public:
     void select(logplace from, logplace to);
     void selectAll() { select({store.begin(), 0}, store.endPlace()); }
     /// As plain text, into the clipboard and, where there is one, the primary selection.
-    void copy() const;
+    void copy() const { selected.copy(); }
 
     /// The place nearest to a point of the viewport, and where the character behind a place is there.
     logplace placeAt(const QPoint &point) { return seen.placeAt(point); }
@@ -87,14 +88,14 @@ private:
     bool isSeen() const;
     /// Shows the lines since the last frame.
     void showNew();
-    /// Lets the first lines go, if there are more than are wanted.
+    /// Removes the first lines, if there are more than the maximum.
     void drop();
-    /// Lays all lines out anew: the width, the font or the colours are others now.
+    /// Lays all lines out again, because the width, the font or the colours have changed.
     void relayout();
     void scrollTo(visiblelines::position to);
     /// Goes to the bottom if the view was there, and stays where it is if not.
     void stay() { scrollTo(seen.isAtBottom() ? seen.bottom() : seen.moved(seen.top(), 0)); }
-    /// Paints the lines anew from one to before another.
+    /// Paints the lines again from one to before another.
     void updateLines(qint64 from, qint64 to);
     template <typename Change>
     void changeSelection(Change change);

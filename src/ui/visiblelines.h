@@ -7,8 +7,7 @@
 
 #include <QRect>
 
-/// Which lines of a log are in view, and where. Only these are laid out; what is above and below them is known by
-/// its likely height.
+/// Which lines of a log are in view, and where. Only these are laid out; the heights of all others are estimated.
 class visiblelines
 {
 public:
@@ -45,10 +44,10 @@ public:
     position bottom();
     /// The upper edge that is about `y` pixels below the top of everything.
     position near(qint64 y);
-    /// Goes to `to`, or as far as there are lines, and returns how many pixels that is below where it was: the
-    /// height of the view if nothing stays in view.
+    /// Scrolls to `to`, or as near as there are lines, and returns by how many pixels: negative for upwards, and
+    /// at most the height of the view, if nothing stays in view.
     int scrollTo(position to);
-    /// Call this when the first lines are gone; false if one of them was in view.
+    /// Call this when the first lines were removed; false if one of them was in view.
     bool dropGone();
 
     /// How high everything is, and how far below its top the upper edge is.
