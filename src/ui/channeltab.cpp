@@ -62,7 +62,7 @@ void channeltab::showHideUserlist()
     mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can scroll to its bottom.
     splitBox->layout()->activate();
-    view->scrollToBottom();
+    view->showNewest();
 }
 
 QStringList channeltab::nicks() const

@@ -200,6 +200,6 @@ void irctab::tabBarClicked(int id)
     mainWindow->widgetStack->setCurrentWidget(page);
     if (!mainWindow->tabBar->frontStays())
         input->setFocus();
-    view->scrollToBottom();
+    view->showNewest();
     Q_EMIT amTopTab(this);
 }
