@@ -4,15 +4,22 @@
 // user. A script is read from top to bottom:
 //
 //   connect NICK CHANNELS     the user opens Parlo and connects; "-" joins nothing
+//   preset KEY VALUE          in the next preset by address this key has this value
+//   address NICK ADDRESS      the user opens Parlo and connects to an address: lines are UTF-8 from now on
+//   answer TEXT               the user types a text into the prompt that opens, or closes it if there is none
 //   welcome back              the server waits for a new connection
 //   <- LINE                   the server sends this line
 //   <~ TEXT                   the server sends this, without a line end
 //   -> LINE                   Parlo must have sent this line next
+//   refuse                    nobody listens at the server's port
+//   listen                    the server listens again
+//   pass SECONDS              so much time passes for the link
 //   deaf                      the server reads nothing from now on
 //   close                     the server sends all its pending lines and closes the connection
 //   gone                      the server sees the connection end
 //   (TAB) TEXT                the user types a text into a tab and presses Return
 //   [TAB] LINE                the tab must show this line next
+//   matches TAB PATTERN       the next line of the tab must match this regular expression
 //   {TAB} MEMBERS             its member list must be this
 //   sees TAB TEXT             a line of the tab must contain this; the lines before it do not count
 //   tabs NAMES                the tabs must be these, from left to right, separated by " | "
@@ -27,6 +34,7 @@
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
 //   news TAB WORDS            the tab's label must show this activity: "", "something happened",
 //                             "new messages", "for you"
+//   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   choose TAB NICK           the user double-clicks a member
 //   resize WIDTHxHEIGHT       the user makes the window this size
 //   looks TAB SIZE FONT LIST  the window must have this size, the tab's text must be this many points larger
@@ -40,20 +48,26 @@
 //   guest LINE                the other client of the real server sends this line
 //   heard TEXT                the other client must have been sent this by now
 //
-// "TAB/2" is the second tab of a name, $PORT the server's port. See rows.h for control characters and long
+// "TAB/2" is the second tab of a name, $PORT the server's port, $PAST a moment two minutes
+// ago. See rows.h for control characters and long
 // texts. Lines that begin with ";" are comments. The test fails if Parlo sent, showed or warned of anything
 // that the script did not ask for.
 
+#include "countdown.h"
+#include "linecodec.h"
 #include "parlo.h"
 #include "rows.h"
 #include "user.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QInputDialog>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -79,6 +93,8 @@ private:
     std::unique_ptr<user> person;
     std::unique_ptr<QTcpServer> server;
     quint16 port = 0;
+    QMap<QString, QString> preset;
+    linecodec codec = linecodec::latin1;
     QTcpSocket *client = nullptr;
     QProcess ngircd;
     QTcpSocket guest;
@@ -87,6 +103,10 @@ private:
 
 void tst_conversations::init()
 {
+    countdown::hold();
+    // Noon, so that what was two minutes ago was today.
+    static const int zone = QDateTime::currentDateTimeUtc().time().hour() - 12;
+    qputenv("TZ", "Test" + QByteArray::number(zone));
     QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support )"_s));
     // The last user's window saves its size when it is deleted.
     person.reset();
@@ -94,6 +114,7 @@ void tst_conversations::init()
     server = std::make_unique<QTcpServer>();
     QVERIFY(server->listen(QHostAddress::LocalHost));
     port = server->serverPort();
+    preset.clear();
     client = nullptr;
 }
 
@@ -134,21 +155,51 @@ struct tst_conversations::verb
 const tst_conversations::verb tst_conversations::verbs[] = {
     {"connect"_L1,
      [](auto &t, auto &p) {
+         t.codec = linecodec::latin1;
          t.person->connectTo(t.port, p.first, p.rest == u"-" ? QString() : p.rest);
          if (t.server->isListening())
              t.step(u"welcome back"_s);
+     }},
+    {"preset"_L1, [](auto &t, auto &p) { t.preset.insert(p.first, p.rest); }},
+    {"address"_L1,
+     [](auto &t, auto &p) {
+         t.codec = linecodec::utf8;
+         t.person->connectTo(p.rest, 0, p.first, {}, std::exchange(t.preset, {}));
+     }},
+    {"answer"_L1,
+     [](auto &t, auto &p) {
+         bool answered = false;
+         QTimer look;
+         look.callOnTimeout([&] {
+             auto *prompt = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
+             if (prompt == nullptr)
+                 return;
+             prompt->setTextValue(p.all);
+             p.all.isEmpty() ? prompt->reject() : prompt->accept();
+             answered = true;
+         });
+         look.start(1);
+         QTRY_VERIFY(answered);
+         t.person->window()->activateWindow();
      }},
     {"welcome"_L1,
      [](auto &t, auto &) {
          QTRY_VERIFY(t.server->hasPendingConnections());
          t.client = t.server->nextPendingConnection();
      }},
-    {"<-"_L1, [](auto &t, auto &p) { t.client->write(p.all.toLatin1() + "\r\n"); }},
+    {"<-"_L1, [](auto &t, auto &p) { t.client->write(t.codec.bytes(p.all) + "\r\n"); }},
     {"<~"_L1, [](auto &t, auto &p) { t.client->write(p.all.toLatin1()); }},
     {"->"_L1,
      [](auto &t, auto &p) {
          QTRY_VERIFY(t.client->canReadLine());
-         QCOMPARE(QString::fromLatin1(t.client->readLine()), p.all + u"\r\n");
+         QCOMPARE(t.codec.text(t.client->readLine()), p.all + u"\r\n");
+     }},
+    {"refuse"_L1, [](auto &t, auto &) { t.server->close(); }},
+    {"listen"_L1, [](auto &t, auto &) { QVERIFY(t.server->listen(QHostAddress::LocalHost, t.port)); }},
+    {"pass"_L1,
+     [](auto &, auto &p) {
+         countdown::pass(qRound(p.all.toDouble() * 1000));
+         QCoreApplication::processEvents(); // what is due fires now, or not at all
      }},
     {"deaf"_L1, [](auto &t, auto &) { t.client->setReadBufferSize(1); }},
     {"close"_L1,
@@ -164,6 +215,11 @@ const tst_conversations::verb tst_conversations::verbs[] = {
          t.person->press(p.first, u"Return"_s);
      }},
     {"[]"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->nextLine(p.first), p.rest); }},
+    {"matches"_L1,
+     [](auto &t, auto &p) {
+         const QString line = t.person->nextLine(p.first);
+         QVERIFY2(QRegularExpression(u"^" + p.rest + u"$").match(line).hasMatch(), qPrintable(line));
+     }},
     {"{}"_L1,
      [](auto &t, auto &p) {
          QCoreApplication::processEvents(); // the copy of the roster is pending
@@ -245,17 +301,21 @@ void tst_conversations::play()
     QFETCH(const QString, file);
     QFile script(file);
     QVERIFY(script.open(QIODevice::ReadOnly | QIODevice::Text));
+    const QString past =
+        QDateTime::currentDateTimeUtc().addSecs(-120).toString(u"yyyy-MM-ddThh:mm:ss.zzzZ"_s);
     const QStringList lines = QString::fromUtf8(script.readAll()).split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(u';'))
             continue;
-        step(unescaped(QString(lines[i]).replace(u"$PORT"_s, QString::number(port))));
+        QString line = lines[i];
+        line.replace(u"$PORT"_s, QString::number(port)).replace(u"$PAST"_s, past);
+        step(unescaped(line));
         if (QTest::currentTestFailed())
             QFAIL(qPrintable(u"%1:%2: %3"_s.arg(file).arg(i + 1).arg(lines[i])));
     }
     if (client != nullptr && client->state() == QAbstractSocket::ConnectedState) {
-        step(u"<- PING :the end"_s);
-        step(u"-> PONG :the"_s);
+        step(u"<- PING :end"_s);
+        step(u"-> PONG :end"_s);
     }
     QCOMPARE(person->unreadLines().join(u'\n'), QString());
 }

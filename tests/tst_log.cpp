@@ -5,6 +5,7 @@
 #include "ircview.h"
 #include "richline.h"
 #include "rows.h"
+#include "spanlook.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void hostileText_data();
     void hostileText();
     void looks();
+    void moreLooks();
     void looksAsEver();
     void scrollsPixels();
     void staysAtTheBottom();
@@ -153,6 +155,44 @@ void tst_log::looks()
     QVERIFY(picture(*view->viewport()) != light);
     view->setPalette({});
     QCOMPARE(picture(*view->viewport()), light);
+}
+
+// What is not said in markup: backgrounds, styles, and a tint behind what is for us, in every palette.
+void tst_log::moreLooks()
+{
+    const QColor white(Qt::white);
+    const QColor black(Qt::black);
+    const QColor red(0xc0, 0, 0);
+    const auto look = [](quint8 styles, const QColor &text, const QColor &base, QRgb colour,
+                         QRgb back) -> QString {
+        const QTextCharFormat seen = spanlook({0, 1, colour, back, styles}, text, base);
+        return seen.foreground().color().name() + seen.background().color().name() +
+               (seen.fontStrikeOut() ? u" struck"_s : QString());
+    };
+    const QString swapped = red.name() + u"#ffff00";
+    QCOMPARE(look(richspan::strike, black, white, red.rgb(), 0), QString(red.name() + u"#000000 struck"));
+    QCOMPARE(look(richspan::reverse, white, black, 0, 0), u"#000000#ffffff"_s);
+    QCOMPARE(look(richspan::plain, black, white, red.rgb(), 0xffffff00), swapped);
+    QVERIFY(look(richspan::reverse, black, white, 0xffffff00, red.rgb()).startsWith(red.name()));
+    // On a dark desktop text without a colour of its own is dark on yellow.
+    QCOMPARE(look(richspan::plain, white, black, 0, 0xffffff00), u"#000000#ffff00"_s);
+    for (const QColor &base : {white, black, QColor(0x30, 0x30, 0x30)}) {
+        QPalette palette(base);
+        palette.setColor(QPalette::Base, base);
+        view->setPalette(palette);
+        for (const QColor &highlight : {base, QColor(0x30, 0x8c, 0xc6)}) {
+            palette.setColor(QPalette::Highlight, highlight);
+            view->setPalette(palette);
+            view->addLine(u"plain"_s);
+            view->addLine(u"for us"_s, 0, linestore::forUs);
+            QTRY_VERIFY(atBottom());
+            const auto right = [this](qint64 line) {
+                return picture(*view->viewport()).pixelColor(200, view->rectOf({line, 0}).center().y());
+            };
+            QCOMPARE(right(view->lines().end() - 2), base);
+            QVERIFY(right(view->lines().end() - 1) != base);
+        }
+    }
 }
 
 // Whatever comes in a burst, and whenever it is painted, the picture is that of a widget of Qt's with the same text.
@@ -395,6 +435,8 @@ void tst_log::timesAndMarks()
     view->hide();
     view->show();
     QVERIFY(!coloured(2));
+    view->addLine(u"four"_s, evening.addSecs(180).toSecsSinceEpoch());
+    QVERIFY(!coloured(3));
 }
 
 void tst_log::keepsPlaceAndFewLines()
@@ -414,6 +456,10 @@ void tst_log::keepsPlaceAndFewLines()
     QTRY_COMPARE(button->text(), u"\u2193 12 new"_s);
     QCOMPARE(view->placeAt({0, 0}), first);
     QVERIFY(button->isVisible());
+    view->hide();
+    view->show();
+    view->showNewest();
+    QCOMPARE(view->placeAt({0, 0}), first);
     button->click();
     QVERIFY(atBottom() && !button->isVisible());
     add(5);
@@ -445,6 +491,17 @@ void tst_log::finds()
     QCOMPARE(found.join(u' '), u"97 87 77 67 77 87 97"_s);
     QVERIFY(view->findText(u"7 LINES"_s, true));
     QCOMPARE(view->selectedLine(), u"7 lines"_s);
+    // Case is that of Unicode, in lines of bytes and in others.
+    const auto pairs =
+        u"\u00c4\u00d8 \u00fc|\u00e4\u00f8 \u00dc|k\u00b5|\u212a\u03bc|\u00ff\u00df \u0101|\u0178\u00df \u0100"_s
+            .split(u'|');
+    for (qsizetype i = 0; i < pairs.size(); ++i) {
+        view->addLine(pairs[i]);
+        QVERIFY(view->findText(pairs[i ^ 1], false));
+        QCOMPARE(view->selectedLine(), pairs[i]);
+        view->select(view->lines().endPlace(), view->lines().endPlace());
+    }
+    QVERIFY(view->findText(u"7 LINES"_s, true) && view->selectedLine() == u"7 lines"_s);
     view->verticalScrollBar()->setValue(7);
     for (const bool newer : {false, true})
         QVERIFY(!view->findText(u"x"_s, newer));

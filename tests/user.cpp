@@ -45,10 +45,22 @@ QStringList user::nameless(const QWidget &window)
     return classes;
 }
 
-void user::connectTo(quint16 port, const QString &nick, const QString &channels)
+void user::connectTo(const QString &server, quint16 port, const QString &nick, const QString &channels,
+                     const QMap<QString, QString> &more)
 {
-    const preset p{u"test"_s, u"127.0.0.1"_s, port, nick, {}, preset::splitChannels(channels)};
+    preset p;
+    p.name = u"test"_s;
+    p.server = server;
+    p.port = port;
+    p.nick = nick;
+    p.channels = preset::splitChannels(channels);
     preset::save(u"parlo"_s, {p});
+    {
+        Config file(u"parlo"_s);
+        file.setGroup(u"Preset0"_s);
+        for (auto entry = more.begin(); entry != more.end(); ++entry)
+            file.writeEntry(entry.key(), entry.value());
+    }
     // The dialog is modal: this runs inside of it.
     QTimer::singleShot(0, [] {
         auto *dialog = qobject_cast<connectbox *>(QApplication::activeModalWidget());
@@ -123,9 +135,9 @@ QString user::activity(const QString &tab) const
 
 void user::click(const QString &tab, const QString &what)
 {
-    if (auto *button = pageOf(tab)->findChild<QPushButton *>(); button->text() == what)
+    if (auto *button = in<QPushButton>(tab); button->text() == what)
         return QTest::mouseClick(button, Qt::LeftButton);
-    auto *list = pageOf(tab)->findChild<ircuserbox *>();
+    auto *list = in<ircuserbox>(tab);
     const QModelIndexList found = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, what);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(found.value(0)).center());
 }
@@ -133,7 +145,7 @@ void user::click(const QString &tab, const QString &what)
 void user::choose(const QString &tab, const QString &nick)
 {
     click(tab, nick);
-    auto *list = pageOf(tab)->findChild<ircuserbox *>();
+    auto *list = in<ircuserbox>(tab);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());
 }
 

@@ -6,6 +6,8 @@
 #include "parlo.h"
 #include "tabbar.h"
 
+#include <QMap>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 
@@ -25,8 +27,14 @@ public:
 
     user() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
 
-    /// Opens Parlo and connects to the loopback `port`; joins `channels`, which commas separate.
-    void connectTo(quint16 port, const QString &nick, const QString &channels);
+    /// Opens Parlo and connects to `server`; joins `channels`, which commas separate. The preset has `more` keys with
+    /// their values.
+    void connectTo(const QString &server, quint16 port, const QString &nick, const QString &channels,
+                   const QMap<QString, QString> &more = {});
+    void connectTo(quint16 port, const QString &nick, const QString &channels)
+    {
+        connectTo(QStringLiteral("127.0.0.1"), port, nick, channels);
+    }
 
     /// The labels in the tab bar, from left to right.
     QStringList tabs() const { return m_window->tabBar->labels(); }

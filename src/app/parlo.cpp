@@ -16,7 +16,8 @@
 
 using namespace Qt::StringLiterals;
 
-parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwindow(parent, flags)
+parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QString &address)
+    : tabwindow(parent, flags)
 {
     setObjectName(QLatin1StringView(name));
     setWindowIcon(Resource::loadPixmap(u"Parlo"_s));
@@ -35,7 +36,7 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags) : tabwind
     if (prefs().windowSize.isValid())
         resize(prefs().windowSize);
     session = std::make_unique<ircsession>(this);
-    session->showConnectDialog();
+    session->showConnectDialog(address);
 }
 
 parlo::~parlo() = default;

@@ -16,8 +16,9 @@ class parlo : public tabwindow
     Q_OBJECT
 
 public:
-    /// Starts the session and runs its connect dialog, which closes before the window is shown.
-    explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {});
+    /// Starts the session and runs its connect dialog, which returns before the window is shown; it proposes `address`.
+    explicit parlo(QWidget *parent = nullptr, const char *name = nullptr, Qt::WindowFlags flags = {},
+                   const QString &address = {});
     ~parlo() override;
 
     QWidget *mainBox;

@@ -20,6 +20,8 @@ struct event
     QString text;
     /// Milliseconds since 1970, UTC.
     qint64 when = 0;
+    /// It was kept for us and comes late: it is no news.
+    bool old = false;
     /// We did it ourselves.
     bool ours = false;
     /// It was sent to us alone, or contains our nick. False if `ours` is true.

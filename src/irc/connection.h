@@ -3,9 +3,14 @@
 
 #include "ircuser.h"
 #include "isupport.h"
+#include "linkkeeper.h"
+#include "manners.h"
+#include "netbatch.h"
+#include "outbox.h"
 #include "registration.h"
 #include "socket.h"
 
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -15,9 +20,12 @@ class ircmode;
 
 /// The link to the one IRC server (RFC 1459).
 ///
-/// It registers, answers PING, turns each line of the server into a signal, and writes what we send. The
-/// records in the signals live until the emit returns: receivers copy what they keep. A line is handled
-/// completely before the next one is read.
+/// A plain host name makes it speak classic IRC. An address (see ircaddress) makes it speak today's: `manner` says what
+/// differs, `keeper` tries and waits, `progress` logs in.
+///
+/// It registers, answers PING, turns every line of the server into one typed signal, and writes what we send. The records
+/// in the signals live until the emit returns: receivers copy what they keep. A line is handled completely before the
+/// next is read.
 class connection : public QObject
 {
     Q_OBJECT
@@ -25,9 +33,9 @@ class connection : public QObject
 public:
     connection();
 
-    /// Connects to `server` and registers as `nick`. `port` 0 means `ircPort`; an empty user or real name
-    /// means the default. An empty nick or server is reported through errormsg(), and nothing is connected.
-    /// Otherwise an earlier connection is dropped.
+    /// Registers as `nick` with `server`, a host name or an address; `port` 0 is the usual one, an empty user or real name
+    /// takes the default. Reports an empty nick or server, or what is no address, through errormsg() and does nothing else
+    /// then. An earlier connection is dropped.
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,
                          const QString &realname);
 
@@ -37,26 +45,52 @@ public:
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return registered; }
 
-    /// Runs a slash command that was typed in the tab named `target`; see usercommands.
-    void userCommand(const QString &text, const QString &target);
+    /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands. False if it needs a
+    /// connection and there is none.
+    bool userCommand(const QString &text, const QString &target);
+    /// Says `text` to `target`, as an action (CTCP draft) or not, in as many lines as it takes; said() tells what goes out.
+    /// False if it would take too many.
+    bool say(const QString &target, const QString &text, bool action);
+    /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
+    void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);
     /// Sends a CTCP request, between two U+0001 (CTCP draft, 2).
     void sendCtcp(const QString &target, const QString &text);
     /// Answers a CTCP request by NOTICE, which nobody answers, so two clients cannot go on without end.
     void sendCtcpReply(const QString &target, const QString &text);
 
-    /// Writes `line` as exactly one line: removes line ends and U+0000, which may be in a stranger's text or
-    /// in the clipboard. Does not check whether we are connected.
-    void send(QString line);
+    /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
+    /// left out. A classic session does not check whether we are connected, nor how long the line is; one by address writes
+    /// nothing then, and says tooLong() of a line that is. False if nothing was written.
+    bool send(QString line);
 
+    /// Whether `nick` is ours.
+    bool isMe(const QString &nick) const
+    {
+        return manner.readsRules ? supports.same(nick, identity.nick()) : nick == identity.nick();
+    }
     /// Whether `name` is a channel.
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
+    /// Whether what is said now would reach the server. A classic session does not know.
+    bool isReady() const
+    {
+        return !manner.mindsSending || (registered && socket.state() == QAbstractSocket::ConnectedState);
+    }
+
+    /// How this session behaves.
+    manners manner;
+    /// In a session by address: `channel` is ours from now on, or no more, on later connections as well.
+    void remember(const QString &channel, bool in);
+
     /// The rules of the server.
     isupport supports;
+    linkkeeper keeper;
+    /// For the next connectToServer() with an address: what it needs there besides. The port is that of the preset.
+    destination details;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
-    /// What login() joins.
+    /// What is joined on a new connection; in a session by address each may have its key behind a space.
     QStringList channels;
     class socket socket;
     /// Whether the registration lines have been sent.
@@ -93,11 +127,38 @@ Q_SIGNALS:
     void ctcpnotice(ircmessage *msg);
     /// The reason why we end the connection.
     void dropped(const QString &why);
+    /// What Parlo itself has to say about the connection of a session by address.
+    void status(const QString &text);
+    /// The user wants to connect to an address whose account needs a password.
+    void passwordWanted(const QString &address, int port);
+    /// This went out.
+    void said(const QString &target, const QString &text, bool action);
+    /// A line did not go out: it is longer than the server takes.
+    void tooLong();
+    /// This could not go out any more.
+    void notSaid(const QString &target);
+    /// A line to be done as if it were typed in the tab of the server.
+    void perform(const QString &line);
+    /// Many people have left or come at once, since servers have parted or met.
+    void split(const netbatch &people);
 
 private:
     struct reply;
     static const reply replies[];
 
+    void leaveAddress();
+    void openAddress(const ircaddress &address, int port);
+    void useManners(const manners &wanted);
+    /// Ends the connection in silence towards the server.
+    void dropLink();
+    /// The connection has ended: nothing of it holds any more.
+    void endLink();
+    /// Does what a line of the server asks for in a session by address, besides its signal. False if it is the last one.
+    bool follow(ircmessage *msg);
+    void joinAll();
+    void reclaimNick(const ircmessage &msg);
+    void learnRules(const ircmessage &msg);
+    void noteMask(const ircmessage &msg);
     void dropLongLine();
     /// Ends the connection from our side, and emits dropped().
     void giveUp(const QString &why);
@@ -118,6 +179,18 @@ private:
     bool registered = false;
     /// The stage of this connection. The flags above may still be those of the connection before it.
     registration progress;
+    /// What is said and not yet sent.
+    outbox pending;
+    /// Our nick, user and host as the server shows them to others.
+    ircuser mask;
+    netbatches batches;
+    /// In a session by address: the nick that the user wants, and the one that the server gave.
+    QString wantedNick;
+    QString givenNick;
+    /// Of channels that were joined with one, by their names.
+    QHash<QString, QString> keys;
+    /// Whether the channels were joined on this connection.
+    bool joined = false;
     /// Continues reading in the next turn of the event loop.
     QTimer nextTurn;
 };

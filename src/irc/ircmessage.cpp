@@ -44,15 +44,44 @@ ircmessage::ircmessage(const QString &line)
     }
     while (!words.atEnd())
         params.append(words.next());
-    detectCtcp();
+    detectCtcp(false);
 }
 
-void ircmessage::detectCtcp()
+ircmessage ircmessage::tagged(const QString &line)
+{
+    ircmessage message;
+    QStringView rest = withoutLineEnd(QStringView(line));
+    const auto skipSpaces = [&rest] {
+        while (rest.startsWith(u' '))
+            rest = rest.sliced(1);
+    };
+    const auto nextWord = [&rest, &skipSpaces] {
+        const qsizetype space = rest.indexOf(u' ');
+        const QStringView word = space < 0 ? rest : rest.first(space);
+        rest = rest.sliced(word.size());
+        skipSpaces();
+        return word;
+    };
+    skipSpaces();
+    if (rest.startsWith(u'@'))
+        message.m_tags = messagetags(nextWord().sliced(1).toString());
+    if (rest.startsWith(u':'))
+        message.m_prefix = ircuser(nextWord().toString());
+    message.m_command = nextWord().toString();
+    while (!rest.isEmpty() && !rest.startsWith(u':'))
+        message.params.append(nextWord().toString());
+    if (!rest.isEmpty())
+        message.params.append(rest.toString().split(u' '));
+    message.detectCtcp(true);
+    return message;
+}
+
+void ircmessage::detectCtcp(bool mayLackEnd)
 {
     if (m_command.compare(u"privmsg", Qt::CaseInsensitive) != 0 &&
         m_command.compare(u"notice", Qt::CaseInsensitive) != 0)
         return;
-    if (paramCount() < 2 || !params.last().endsWith(ctcpMark))
+    if (paramCount() < 2 || !(mayLackEnd || params.last().endsWith(ctcpMark)))
         return;
     if (!paramsFrom(1, true).startsWith(ctcpMark))
         return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ircuser.h"
+#include "messagetags.h"
 
 #include <QStringList>
 
@@ -16,10 +17,15 @@ public:
     /// Splits `line`, with or without its line end. In a CTCP message (a PRIVMSG or NOTICE whose text is
     /// between two U+0001) those two characters are removed, and isCtcp() is true.
     explicit ircmessage(const QString &line);
+    /// Reads a line of a session by address. It may begin with tags (IRCv3, message-tags), words end at U+0020
+    /// alone, and the trailing parameter has one more word for every space in it, so that paramsFrom() gives it
+    /// back as it was said. A CTCP message may lack its last U+0001: servers cut long lines.
+    static ircmessage tagged(const QString &line);
 
     /// The sender; empty when the line had none. Never null; lives as long as the message.
     ircuser *prefix() { return &m_prefix; }
     const ircuser *prefix() const { return &m_prefix; }
+    const messagetags &tags() const { return m_tags; }
     /// The command word or three-digit reply, as received.
     QString command() const { return m_command; }
     bool isCtcp() const { return ctcp; }
@@ -37,8 +43,11 @@ public:
     static bool stripColon(QString &s);
 
 private:
-    void detectCtcp();
+    ircmessage() = default;
+    /// `mayLackEnd`: whether it is one, too, without the second U+0001.
+    void detectCtcp(bool mayLackEnd);
 
+    messagetags m_tags;
     ircuser m_prefix;
     QString m_command;
     QStringList params;

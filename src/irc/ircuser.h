@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "casemapping.h"
+
 #include <QString>
 
 /// One person on IRC, or the server that a line's prefix names.
 ///
-/// Two users are equal if their nicks are, ignoring case; the rest of the mask does not count.
+/// Two users are the same when their nicks are, whatever the case, which `names` says how to ignore; the rest of the mask
+/// takes no part.
 class ircuser
 {
 public:
     ircuser() = default;
 
-    /// Splits a mask nick "!" user "@" host (RFC 1459, 2.3.1); a leading ":" is removed. Without a "!" the
-    /// whole mask is the nick, as in the prefix of a server. Without an "@" after the "!" the host is null.
-    explicit ircuser(QString mask);
+    /// Splits a mask nick "!" user "@" host (RFC 1459, 2.3.1); a leading ":" is dropped. Without a "!" all of
+    /// it is the nick, as in the prefix of a server. Without an "@" behind the "!" the host stays null.
+    explicit ircuser(QString mask, casemapping names = casemapping::unicode);
 
     QString nick() const { return m_nick; }
     QString user() const { return m_user; }
@@ -22,7 +25,7 @@ public:
     /// The nick in lower case, stored because every comparison of users needs it.
     const QString &key() const { return m_key; }
 
-    void setNick(const QString &nick);
+    void setNick(const QString &nick, casemapping names = casemapping::unicode);
     void setUser(const QString &user) { m_user = user; }
     void setHost(const QString &host) { m_host = host; }
     void setRealname(const QString &realname) { m_realname = realname; }

@@ -3,7 +3,7 @@
 
 #include "lineend.h"
 
-#include <QSignalBlocker>
+#include <QSslSocket>
 
 namespace {
 
@@ -14,44 +14,72 @@ constexpr qint64 maxBuffered = 512LL * 1024;
 
 socket::socket()
 {
-    setReadBufferSize(maxBuffered);
-    connect(this, &QTcpSocket::readyRead, this, &socket::dataReady);
+    use(std::make_unique<QTcpSocket>());
 }
 
 socket::~socket()
 {
-    drop();
+    device->disconnect(this);
 }
 
-void socket::connectToHost(const QString &host, quint16 port, OpenMode mode, NetworkLayerProtocol protocol)
+void socket::use(std::unique_ptr<QTcpSocket> next)
+{
+    if (device != nullptr) {
+        device->disconnect(this);
+        device->abort();
+        device.release()->deleteLater();
+    }
+    device = std::move(next);
+    device->setReadBufferSize(maxBuffered);
+    connect(device.get(), &QTcpSocket::connected, this, &socket::connected);
+    connect(device.get(), &QTcpSocket::disconnected, this, &socket::disconnected);
+    connect(device.get(), &QTcpSocket::readyRead, this, &socket::dataReady);
+}
+
+void socket::connectToHost(const QString &host, quint16 port)
 {
     drop();
-    QTcpSocket::connectToHost(host, port, mode, protocol);
+    device->connectToHost(host, port);
 }
 
-void socket::sendLine(const QString &line)
+void socket::adopt(std::unique_ptr<QTcpSocket> established)
 {
-    write(withoutLineEnd(line).toLatin1() + "\r\n");
-}
-
-QString socket::takeLine()
-{
-    const QByteArray line = readLine();
-    if (line.size() > maxLine)
-        Q_EMIT lineTooLong();
-    return line.size() > maxLine ? QString() : QString::fromLatin1(line);
-}
-
-void socket::dataReady()
-{
-    if (canReadLine())
-        Q_EMIT readyLine();
-    if (bytesAvailable() > maxLine && !canReadLine())
-        Q_EMIT lineTooLong();
+    use(std::move(established));
+    Q_EMIT connected();
+    // What came with the last bytes of the handshake has been announced already.
+    if (device->bytesAvailable() > 0)
+        dataReady();
 }
 
 void socket::drop()
 {
-    const QSignalBlocker silence(this);
-    abort();
+    use(std::make_unique<QTcpSocket>());
+}
+
+qint64 socket::unsent() const
+{
+    const auto *tls = qobject_cast<const QSslSocket *>(device.get());
+    return device->bytesToWrite() + (tls == nullptr ? 0 : tls->encryptedBytesToWrite());
+}
+
+void socket::sendLine(const QString &line)
+{
+    device->write(codec.bytes(withoutLineEnd(line)) + "\r\n");
+}
+
+QString socket::takeLine()
+{
+    const QByteArray line = device->readLine();
+    if (line.size() > maxLine)
+        Q_EMIT lineTooLong();
+    return line.size() > maxLine ? QString() : codec.text(line);
+}
+
+void socket::dataReady()
+{
+    Q_EMIT heard();
+    if (device->canReadLine())
+        Q_EMIT readyLine();
+    if (device->bytesAvailable() > maxLine && !device->canReadLine())
+        Q_EMIT lineTooLong();
 }

@@ -11,16 +11,22 @@ namespace usercommands {
 /// What a tab is for.
 enum class place { server, query, channel };
 
-/// Runs the command `text`, which was typed in the tab named `target`. Sends at most one line. An unknown
-/// command does nothing, nor does a command for channels in another kind of tab.
-void run(connection &conn, const QString &text, const QString &target);
+/// Does what `text`, typed in the tab called `target`, says, and writes one line at most. A word that is for channels does
+/// nothing in a tab that is none. An unknown word does nothing in a classic session; else it goes to the server as it is.
+/// False, and nothing is done, if `conn` knows that this would not reach the server.
+bool run(connection &conn, const QString &text, const QString &target);
 
-/// The commands that work in such a tab, as they are typed: "/join".
-QStringList wordsIn(place where);
+/// The words that do something in such a tab, as they are typed: "/join". `more` are those of sessions by address, too.
+QStringList wordsIn(place where, bool more);
 
 /// Whether `text` closes its tab: anything that begins with "/close" does.
 bool isClose(const QString &text);
 /// Whether `text` is "/me ACTION"; if so, sets `action`.
 bool isAction(const QString &text, QString *action);
+/// The first word of a command, in capitals; `args` becomes what follows it.
+QString wordOf(const QString &text, QString *args);
+/// Whether `text` opens a tab for talk with someone (sessions by address); if so, `nick` and `said` become whom and what is
+/// said at once.
+bool isQuery(const QString &text, QString *nick, QString *said);
 
 } // namespace usercommands

@@ -136,6 +136,12 @@ void Config::writeEntry(const QString &key, const QString &value)
     groups[group].insert(key, value);
 }
 
+void Config::removeEntry(const QString &key)
+{
+    edit();
+    groups[group].remove(key);
+}
+
 void Config::clearGroup()
 {
     edit();

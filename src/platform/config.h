@@ -32,6 +32,9 @@ public:
     bool hasKey(const QString &key) const;
     QString readEntry(const QString &key, const QString &fallback = {}) const;
     void writeEntry(const QString &key, const QString &value);
+    /// All keys of the group with their values.
+    QMap<QString, QString> entries() const { return groups.value(group); }
+    void removeEntry(const QString &key);
     /// Removes all keys of the group.
     void clearGroup();
     /// Writes the changes now. If that fails, it returns false and warns, and the file is as it was.

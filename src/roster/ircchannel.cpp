@@ -4,6 +4,7 @@
 #include "ircmode.h"
 #include "isupport.h"
 
+#include <QSet>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -27,19 +28,29 @@ constexpr rankchange rankChanges[] = {
     {isupport::rank::voice, &ircchanneluser::setVoice, &ircchanneluser::removeVoice},
 };
 
-/// Applies one letter with its sign, such as "+o"; false if it gives no rank.
+/// Gives or takes what the mode `letter` stands for; false if that is no rank.
+bool setRank(ircchanneluser *user, QChar letter, bool held, const isupport &rules)
+{
+    const isupport::rank rank = rules.rankOfMode(letter);
+    if (rank == isupport::rank::op && letter != u'o') {
+        user->setHigher(letter, held);
+        return true;
+    }
+    for (const rankchange &c : rankChanges) {
+        if (c.rank != rank)
+            continue;
+        (user->*(held ? c.set : c.remove))();
+        return true;
+    }
+    return false;
+}
+
+/// Applies one letter with its sign, such as "+o"; false if it is no rank.
 bool applyMode(ircchanneluser *user, const QString &mode, const isupport &rules)
 {
     if (mode.size() != 2 || (mode[0] != u'+' && mode[0] != u'-'))
         return false;
-    const isupport::rank rank = rules.rankOfMode(mode[1]);
-    for (const rankchange &c : rankChanges) {
-        if (c.rank != rank)
-            continue;
-        (user->*(mode[0] == u'+' ? c.set : c.remove))();
-        return true;
-    }
-    return false;
+    return setRank(user, mode[1], mode[0] == u'+', rules);
 }
 
 } // namespace
@@ -50,30 +61,62 @@ ircchannel::ircchannel(QString name, const isupport &rules) : m_channelName(std:
 
 const ircchanneluser *ircchannel::findUser(const QString &nick) const
 {
-    const qsizetype i = m_roster.find(nick);
+    const qsizetype i = m_roster.find(nick, m_rules.caseOfNames());
     return i < 0 ? nullptr : &m_roster.at(i);
 }
 
 void ircchannel::join(const ircuser *u)
 {
-    add(ircchanneluser(u->nick() + u'!' + u->user() + u'@' + u->host(), {}));
+    add(ircchanneluser(u->nick() + u'!' + u->user() + u'@' + u->host(), {}, m_rules.caseOfNames()));
 }
 
 void ircchannel::remove(const ircuser *u)
 {
-    const qsizetype i = m_roster.find(u->nick());
+    const qsizetype i = m_roster.find(u->nick(), m_rules.caseOfNames());
     if (i < 0)
         return;
     m_roster.removeAt(i);
     keepSorted();
 }
 
+qsizetype ircchannel::removeAll(const QStringList &nicks)
+{
+    // A netsplit takes thousands at once: each is looked up in a set, not in the roster.
+    QSet<QString> keys;
+    for (const QString &nick : nicks)
+        keys.insert(folded(nick, m_rules.caseOfNames()));
+    const qsizetype gone =
+        m_roster.removeIf([&keys](const ircchanneluser &user) { return keys.contains(user.key()); });
+    keepSorted();
+    return gone;
+}
+
+qsizetype ircchannel::joinAll(const QStringList &masks)
+{
+    const qsizetype before = m_roster.size();
+    for (const QString &mask : masks) {
+        if (m_roster.size() < maxMembers)
+            m_roster.append(ircchanneluser(mask, {}, m_rules.caseOfNames()));
+    }
+    unsorted = true;
+    if (!namesInProgress)
+        keepSorted();
+    return m_roster.size() - before;
+}
+
+void ircchannel::clear()
+{
+    m_roster.clear();
+    namesInProgress = false;
+    unsorted = false;
+}
+
 void ircchannel::nick(const QString &oldnick, const QString &newnick)
 {
-    const qsizetype i = m_roster.find(oldnick);
+    const qsizetype i = m_roster.find(oldnick, m_rules.caseOfNames());
     if (i >= 0) {
         ircchanneluser user = m_roster.takeAt(i);
-        user.setNick(newnick);
+        user.setNick(newnick, m_rules.caseOfNames());
         add(user);
     }
     keepSorted();
@@ -81,7 +124,7 @@ void ircchannel::nick(const QString &oldnick, const QString &newnick)
 
 void ircchannel::mode(const ircmode *m)
 {
-    const qsizetype i = m_roster.find(m->arg(0));
+    const qsizetype i = m_roster.find(m->arg(0), m_rules.caseOfNames());
     if (i >= 0) {
         ircchanneluser user = m_roster.at(i);
         if (applyMode(&user, m->modes(), m_rules)) {
@@ -109,7 +152,10 @@ void ircchannel::names(QStringList *list)
             ++ranks;
         const QString prefixes = entry.left(ranks);
         entry.remove(0, ranks);
-        m_roster.append(ircchanneluser(entry, prefixes));
+        ircchanneluser user(entry, {}, m_rules.caseOfNames());
+        for (const QChar sign : prefixes)
+            setRank(&user, m_rules.modeOfPrefix(sign), true, m_rules);
+        m_roster.append(user);
     }
 }
 

@@ -28,7 +28,12 @@ public:
     void join(const ircuser *u);
     void remove(const ircuser *u);
     void nick(const QString &oldnick, const QString &newnick);
-    /// Applies one letter of a MODE line to the member in its argument.
+    /// Removes those of `nicks` that are here, or adds the members that `masks` name; how many these were.
+    qsizetype removeAll(const QStringList &nicks);
+    qsizetype joinAll(const QStringList &masks);
+    /// Nobody is here, as far as we know: a listing follows.
+    void clear();
+    /// Applies one letter of a MODE line to the member that its argument names.
     void mode(const ircmode *m);
     /// Adds one chunk of a NAMES listing (RFC 2812, 353); the first one replaces the roster. Removes the rank
     /// characters from the entries of `list`.

@@ -10,9 +10,9 @@ int ircuserlist::compareItems(const ircchanneluser &a, const ircchanneluser &b)
     return a < b ? -1 : 1;
 }
 
-qsizetype ircuserlist::find(const QString &nick) const
+qsizetype ircuserlist::find(const QString &nick, casemapping names) const
 {
-    const ircchanneluser probe(nick, {});
+    const ircchanneluser probe(nick, {}, names);
     for (qsizetype i = 0; i < size(); ++i) {
         if (compareItems(at(i), probe) == 0)
             return i;

@@ -2,7 +2,10 @@
 #pragma once
 
 #include "connection.h"
+#include "ctcpanswers.h"
 #include "event.h"
+#include "irctab.h"
+#include "linkstore.h"
 #include "usercommands.h"
 
 #include <QElapsedTimer>
@@ -13,7 +16,6 @@
 
 class channeltab;
 class ircchannel;
-class irctab;
 class tabwindow;
 class plaintab;
 
@@ -28,11 +30,13 @@ public:
     explicit ircsession(tabwindow *window);
     ~ircsession() override;
 
-    /// Runs the connect dialog and connects to what the user chose; returns when the dialog has closed.
-    void showConnectDialog();
+    /// Runs the connect dialog and connects as it says; returns when the dialog has closed. Where `address` names one, the
+    /// dialog proposes it.
+    void showConnectDialog(const QString &address = {});
 
-    plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query);
-    /// Always opens a new tab with a new roster, even if there is a tab of that name.
+    plaintab *newPlainTab(const QString &name, usercommands::place where = usercommands::place::query,
+                          irctab::opening how = irctab::opening::front);
+    /// Always opens a new tab with a new roster, whether or not there is one of that name.
     channeltab *newChannelTab(const QString &name);
     /// The oldest tab of this name, ignoring case, or null.
     irctab *findTab(const QString &name) const;
@@ -75,15 +79,28 @@ private:
     void modesChanged(ircmode *m) const;
     /// Brings the tab of this name to the front, or opens one for talk with that nick.
     void openQuery(const QString &nick);
-    /// Whether a CTCP request may be answered now. The rate is limited, so that nobody can make us flood
-    /// others.
-    bool mayAnswer();
-    /// Calls `visit` with the open tab of each roster that contains `nick`. Two rosters with the same tab are
-    /// two calls.
+    // What sessions by address have besides.
+    void userInputToday(const QString &text, irctab *tab);
+    void sayIn(irctab *tab, const QString &said, bool action);
+    void showStatus(const QString &text);
+    /// Asks for the password of the account in an address, and connects.
+    void askAndConnect(const QString &address, int port);
+    void showSaid(const QString &target, const QString &text, bool action);
+    void performLine(const QString &line);
+    void showReply(const ircmessage &msg);
+    /// The tab that is seen, whoever brought it to the front.
+    irctab *frontTab() const;
+    void parseSplit(const netbatch &people);
+    /// We are in this channel now, under this name.
+    void openJoined(const QString &name, ircuser *us);
+    static QString notSent();
+    static QString tooLong();
+    /// The open tabs of all rosters that hold `nick`, each as often as rosters hold it.
     template <typename Visit>
     void forTabsWith(const QString &nick, Visit visit);
 
     tabwindow *mainWindow;
+    linkstore links;
     connection conn;
     /// In the order of their creation; the server tab is first.
     std::vector<std::unique_ptr<irctab>> tabs;
@@ -92,8 +109,7 @@ private:
     irctab *topTab;
     irctab *closingTab = nullptr;
     QElapsedTimer clock;
-    /// The times of the last answers, by `clock`.
-    QList<qint64> answered;
-    /// One for every channel tab ever opened. A roster is kept after its tab has closed.
+    ctcpanswers answers;
+    /// One for every channel tab ever opened: a roster outlives its tab.
     std::vector<std::unique_ptr<ircchannel>> rosters;
 };

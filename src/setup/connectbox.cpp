@@ -7,6 +7,7 @@
 #include "form.h"
 #include "inputline.h"
 #include "ircport.h"
+#include "passwordprompt.h"
 #include "presetbox.h"
 #include "presetlist.h"
 #include "say.h"
@@ -98,6 +99,12 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     serverEdit->setText(*serverOut);
 }
 
+void connectbox::proposeServer(const QString &server)
+{
+    pages->setCurrentWidget(quickPage);
+    serverEdit->setText(server);
+}
+
 void connectbox::setNick(const QString &text)
 {
     *nickOut = text;
@@ -139,6 +146,11 @@ bool connectbox::checkQuickConnect()
         return refuse(tr("You must specify an IRC server"));
     if (serverOut->contains(u' '))
         return refuse(tr("You can't have a space\nin the server name"));
+    const ircaddress address(*serverOut);
+    if (const QString error = ircaddress::errorOf(*serverOut); !error.isEmpty())
+        return refuse(error);
+    if (!address.account().isEmpty() && !askPassword(this, address.account(), &m_details.password))
+        return false;
     Config config(Config::settingsName());
     config.setGroup(quickGroup());
     config.writeEntry(u"Nick"_s, *nickOut);
@@ -155,6 +167,11 @@ bool connectbox::takePreset()
     if (i < 0)
         return false;
     const preset &chosen = presets.at(i);
+    if (const QString error = ircaddress::errorOf(chosen.server); !error.isEmpty()) {
+        say(this, error);
+        return false;
+    }
+    m_details = chosen.details();
     *nickOut = chosen.nick;
     *serverOut = chosen.server;
     *portOut = static_cast<int>(chosen.port);

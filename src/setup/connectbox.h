@@ -23,6 +23,11 @@ public:
     /// The pointers must outlive the dialog.
     connectbox(QString *nick, QString *server, int *port, QStringList *channels);
 
+    /// Opens the page "Quick" with this server in it.
+    void proposeServer(const QString &server);
+    /// What the choice needs besides, if its server is an address; complete when exec() has returned Accepted.
+    const destination &details() const { return m_details; }
+
 public Q_SLOTS:
     void setNick(const QString &text);
     void setServer(const QString &text);
@@ -49,6 +54,7 @@ private:
     QString *serverOut;
     int *portOut;
     QStringList *channelsOut;
+    destination m_details;
     QList<preset> presets;
     QWidget *mainBox;
     QTabWidget *pages;

@@ -31,6 +31,9 @@ QList<preset> preset::load(const QString &config)
         p.port = details.readEntry(u"port"_s, QString::number(ircPort)).toUInt(nullptr, 10);
         p.password = details.readEntry(u"password"_s);
         p.channels = splitChannels(details.readEntry(u"channels"_s));
+        p.altNick = details.readEntry(u"altnick"_s);
+        p.perform = details.readEntry(u"perform"_s).split(u'\n', Qt::SkipEmptyParts);
+        p.certificate = details.readEntry(u"certificate"_s);
         presets.append(p);
     }
     return presets;
@@ -51,8 +54,30 @@ bool preset::save(const QString &config, const QList<preset> &presets)
         file.writeEntry(u"port"_s, QString::number(p.port));
         file.writeEntry(u"password"_s, p.password);
         file.writeEntry(u"channels"_s, p.channels.join(u','));
+        const auto writeForAddress = [&](const QString &key, const QString &value, bool always) {
+            if (p.isByAddress() && (always || !value.isEmpty()))
+                file.writeEntry(key, value);
+            else
+                file.removeEntry(key);
+        };
+        writeForAddress(u"altnick"_s, p.altNick, true);
+        writeForAddress(u"perform"_s, p.perform.join(u'\n'), true);
+        writeForAddress(u"certificate"_s, p.certificate, false);
     }
     return file.save();
+}
+
+destination preset::details() const
+{
+    if (!isByAddress())
+        return {};
+    return {ircaddress(server),
+            static_cast<quint16>(port > 65535 ? 0 : port),
+            password,
+            altNick,
+            certificate,
+            perform,
+            channels};
 }
 
 QStringList preset::splitChannels(const QString &text)
@@ -68,5 +93,5 @@ QString preset::defaultNick()
 
 QString preset::defaultServer()
 {
-    return u"irc.libera.chat"_s;
+    return u"ircs://irc.libera.chat"_s;
 }

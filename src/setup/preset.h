@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "destination.h"
+
 #include "ircport.h"
 
 #include <QList>
@@ -14,12 +16,22 @@ struct preset
     QString server;
     unsigned int port = ircPort;
     QString nick;
-    /// Kept in the file, but neither edited nor sent.
+    /// Used and edited only where the server is an address.
     QString password;
     QStringList channels;
 
-    /// Reads the presets of the settings file `config`, in their order; the first missing index ends the
-    /// list.
+    // Only where the server is an address:
+    QString altNick = {};
+    QStringList perform = {};
+    /// A PEM file; set in the settings file by hand.
+    QString certificate = {};
+
+    /// Whether the server is an address, right or wrong.
+    bool isByAddress() const { return ircaddress::isMeant(server); }
+    /// What a session by address needs; nothing where the server is a host.
+    destination details() const;
+
+    /// Reads the presets of the settings file `config`, in their order; the first missing index ends the list.
     static QList<preset> load(const QString &config);
     /// Writes all of `presets`; false if the file cannot be written. Groups of deleted presets stay in the
     /// file, and nothing reads them.

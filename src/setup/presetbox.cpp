@@ -49,10 +49,10 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
     column->addWidget(fields, 1);
     nameEdit = formGrid->addInput(tr("Preset name: "), {}, shown.name);
     nickEdit = formGrid->addInput(tr("Nickname: "), inputline::asTyped, shown.nick);
-    altNickEdit = addMissingRow(tr("Alt Nick: "));
+    altNickEdit = addTodayRow(tr("Alt Nick: "));
     serverEdit = formGrid->addInput(tr("Server: "), inputline::hostName, shown.server);
     portEdit = formGrid->addInput(tr("Port: "), Qt::ImhDigitsOnly, QString::number(shown.port));
-    passwordEdit = addMissingRow(tr("Password: "));
+    passwordEdit = addTodayRow(tr("Password: "));
     channelsEdit = formGrid->addInput(tr("Channels: "), inputline::asTyped, shown.channels.join(u','));
     // The fields share all the height that is left, because fingers have to hit them.
     for (QLineEdit *edit : fields->findChildren<QLineEdit *>())
@@ -60,11 +60,18 @@ presetbox::presetbox(QList<preset> *list, int listIndex, bool isNew, QWidget *pa
 
     auto *performLabel = new QLabel(tr("Perform these commands on connect:"), formBox);
     column->addWidget(performLabel);
-    performEdit = new QPlainTextEdit(notYet(), formBox);
-    performEdit->setEnabled(false);
+    performEdit = new QPlainTextEdit(formBox);
+    performEdit->setTabChangesFocus(true);
     performLabel->setBuddy(performEdit);
     performEdit->setFixedHeight(performHeight);
     column->addWidget(performEdit);
+
+    today = shown;
+    showTodayRows();
+    connect(serverEdit, &QLineEdit::textChanged, this, [this] {
+        keepTodayRows();
+        showTodayRows();
+    });
 
     buttonBox = new QWidget(formBox);
     auto *row = box<QHBoxLayout>(buttonBox);
@@ -92,15 +99,38 @@ void presetbox::resizeEvent(QResizeEvent *event)
     formBox->setFixedSize(formSize.boundedTo(size()));
 }
 
-QLineEdit *presetbox::addMissingRow(const QString &label)
+QLineEdit *presetbox::addTodayRow(const QString &label)
 {
-    QLineEdit *edit = formGrid->addInput(label, {}, notYet());
-    QFont narrow = edit->font();
-    narrow.setStretch(QFont::SemiCondensed);
-    edit->setFont(narrow);
+    return formGrid->addInput(label, inputline::asTyped);
+}
+
+void presetbox::keepTodayRows()
+{
+    if (!byAddress)
+        return;
+    today.altNick = altNickEdit->text();
+    today.password = passwordEdit->text();
+    today.perform = performEdit->toPlainText().split(u'\n', Qt::SkipEmptyParts);
+}
+
+void presetbox::showTodayRows()
+{
+    byAddress = ircaddress::isMeant(serverEdit->text());
+    passwordEdit->setEchoMode(byAddress ? QLineEdit::Password : QLineEdit::Normal);
+    showTodayRow(altNickEdit, today.altNick);
+    showTodayRow(passwordEdit, today.password);
+    performEdit->setEnabled(byAddress);
+    performEdit->setPlainText(byAddress ? today.perform.join(u'\n') : notYet());
+}
+
+void presetbox::showTodayRow(QLineEdit *edit, const QString &text) const
+{
+    QFont letters = edit->font();
+    letters.setStretch(byAddress ? QFont::Unstretched : QFont::SemiCondensed);
+    edit->setFont(letters);
+    edit->setEnabled(byAddress);
+    edit->setText(byAddress ? text : notYet());
     edit->setCursorPosition(0);
-    edit->setEnabled(false);
-    return edit;
 }
 
 QString presetbox::complaint() const
@@ -115,7 +145,7 @@ QString presetbox::complaint() const
         return tr("You must specify an IRC server");
     if (serverEdit->text().contains(u' '))
         return tr("You cannot have a space in the server name");
-    return {};
+    return ircaddress::errorOf(serverEdit->text());
 }
 
 void presetbox::accept()
@@ -136,5 +166,11 @@ void presetbox::accept()
     target.server = serverEdit->text();
     target.port = portEdit->text().toUInt(nullptr, 10);
     target.channels = preset::splitChannels(channelsEdit->text());
+    keepTodayRows();
+    if (byAddress) {
+        target.altNick = today.altNick;
+        target.password = today.password;
+        target.perform = today.perform;
+    }
     done(Accepted);
 }

@@ -30,13 +30,22 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QLineEdit *addMissingRow(const QString &label);
+    /// A row that only a session by address has.
+    QLineEdit *addTodayRow(const QString &label);
+    /// Shows what those rows hold if the server is an address, and else that they are of no use.
+    void showTodayRows();
+    /// Takes what those rows hold, if they are of use.
+    void keepTodayRows();
+    void showTodayRow(QLineEdit *edit, const QString &text) const;
     /// What is wrong with the fields; empty when nothing is.
     QString complaint() const;
 
     QList<preset> *presets;
     int index;
     bool adding;
+    /// What is edited, as far as only a session by address has it.
+    preset today;
+    bool byAddress = false;
     QWidget *formBox;
     form *formGrid;
     QLineEdit *nameEdit;

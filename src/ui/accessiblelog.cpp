@@ -2,7 +2,7 @@
 #include "accessiblelog.h"
 
 #include "logview.h"
-#include "readable.h"
+#include "spanlook.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// So many new lines of a frame are told, which is more than anyone listens to.
+/// The maximum of new lines in a frame that are told.
 constexpr qint64 maxTold = 50;
 
 QAccessibleInterface *make(const QString & /*key*/, QObject *object)
@@ -95,6 +95,18 @@ void accessiblelog::tellGone(logview &log, qint64 first)
     QAccessible::updateAccessibility(&gone);
 }
 
+void accessiblelog::tellSelected(logview &log)
+{
+    if (!QAccessible::isActive())
+        return;
+    const auto offset = [&log](logplace place) {
+        return static_cast<int>(log.lines().charactersBefore(place));
+    };
+    QAccessibleTextSelectionEvent selected(&log, offset(log.selection().start()),
+                                           offset(log.selection().end()));
+    QAccessible::updateAccessibility(&selected);
+}
+
 accessiblelog::accessiblelog(logview *log) : QAccessibleWidget(log, QAccessible::EditableText), view(log) {}
 
 QAccessible::State accessiblelog::state() const
@@ -160,7 +172,7 @@ QString accessiblelog::textAfterOffset(int offset, QAccessible::TextBoundaryType
         .found(&QAccessibleTextInterface::textAfterOffset, offset, type, start, end);
 }
 
-// In the words of IAccessible2, as Qt's own texts have them.
+// The names are those of IAccessible2, as in Qt's own text widgets.
 QString accessiblelog::attributes(int at, int *start, int *end) const
 {
     *start = at;
@@ -187,15 +199,24 @@ QString accessiblelog::attributes(int at, int *start, int *end) const
     *start = lineStart + look.start;
     *end = *start + look.length;
     const QPalette colours = view->palette();
-    const QColor background = colours.base().color();
-    const QColor colour =
-        look.colour == 0 ? colours.text().color() : readable(QColor::fromRgb(look.colour), background);
-    QString all = u"color:rgb(%1,%2,%3);"_s.arg(colour.red()).arg(colour.green()).arg(colour.blue());
+    const QTextCharFormat shown = spanlook(look, colours.text().color(), colours.base().color());
+    const auto rgb = [](const char *name, const QColor &colour) {
+        return u"%1:rgb(%2,%3,%4);"_s.arg(QLatin1StringView(name))
+            .arg(colour.red())
+            .arg(colour.green())
+            .arg(colour.blue());
+    };
+    const bool plain = shown.foreground().style() == Qt::NoBrush;
+    QString all = rgb("color", plain ? colours.text().color() : shown.foreground().color());
+    if (shown.background().style() != Qt::NoBrush)
+        all += rgb("background-color", shown.background().color());
     all += (look.styles & richspan::bold) != 0 ? "font-weight:bold;"_L1 : "font-weight:normal;"_L1;
     if ((look.styles & richspan::italic) != 0)
         all += "font-style:italic;"_L1;
     if ((look.styles & richspan::underline) != 0)
         all += "text-underline-style:solid;text-underline-type:single;"_L1;
+    if ((look.styles & richspan::strike) != 0)
+        all += "text-line-through-type:single;"_L1;
     return all;
 }
 

@@ -15,9 +15,11 @@ public:
     /// Makes Qt use this for every logview.
     static void install();
 
-    /// Tells whoever listens about the lines from `first` on, and that those before `first` go.
+    /// Tells screen readers about new lines from `first` on, and about the removal of those before `first`.
     static void tellNew(logview &log, qint64 first);
     static void tellGone(logview &log, qint64 first);
+    /// Tells them that the selection has changed.
+    static void tellSelected(logview &log);
 
     explicit accessiblelog(logview *log);
 

@@ -3,7 +3,9 @@
 
 #include <QStyleOptionSlider>
 
+#include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -11,12 +13,15 @@ constexpr int maxLag = 4;
 
 } // namespace
 
-void calmbar::set(int maximum, int page, int value)
+void calmbar::set(qint64 maximum, int page, qint64 value)
 {
+    const auto number = [](qint64 y) {
+        return static_cast<int>(std::clamp<qint64>(y, 0, std::numeric_limits<int>::max()));
+    };
     setting = true;
     setPageStep(page);
-    setRange(0, maximum);
-    setValue(value);
+    setRange(0, number(maximum));
+    setValue(number(value));
     setting = false;
     const QRect now = slider();
     if (std::abs(now.top() - painted.top()) >= maxLag || std::abs(now.bottom() - painted.bottom()) >= maxLag)

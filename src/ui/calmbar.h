@@ -3,9 +3,9 @@
 
 #include <QScrollBar>
 
-/// A scroll bar that is not painted for every new line of a log. To paint it takes as long as to lay out and paint
-/// twenty lines: styles fill it with gradients, which Qt hands to other threads in small pieces. A line moves the
-/// slider by a pixel at most, so it may lag behind by a few.
+/// A scroll bar that is not painted for every new line of a log. Painting it takes as long as laying out and
+/// painting twenty lines: styles fill it with gradients, which Qt paints on several threads in small pieces. A line
+/// moves the slider by a pixel at most, so the slider may be a few pixels late.
 class calmbar : public QScrollBar
 {
     Q_OBJECT
@@ -13,11 +13,11 @@ class calmbar : public QScrollBar
 public:
     using QScrollBar::QScrollBar;
 
-    /// What lines that come and go make of the bar.
-    void set(int maximum, int page, int value);
+    /// Sets the range and the value after lines were added or removed, in pixels.
+    void set(qint64 maximum, int page, qint64 value);
 
 protected:
-    /// What the user makes of it: here nothing lags.
+    /// Changes that the user makes are painted at once.
     void sliderChange(SliderChange change) override;
 
 private:

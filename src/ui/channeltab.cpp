@@ -62,7 +62,7 @@ void channeltab::showHideUserlist()
     mainWindow->prefer(&preferences::userListShown, userListShown);
     // The view needs its new width before it can scroll to its bottom.
     splitBox->layout()->activate();
-    view->scrollToBottom();
+    view->showNewest();
 }
 
 QStringList channeltab::nicks() const
@@ -127,5 +127,17 @@ void channeltab::nick(const QString &oldNick, const QString &newNick)
 {
     view->nick(oldNick, newNick);
     channel->nick(oldNick, newNick);
+    userBox->fill(channel);
+}
+
+void channeltab::rejoined()
+{
+    channel->clear();
+    userBox->fill(channel);
+}
+
+void channeltab::crowd(bool left, const QString &text)
+{
+    view->crowd(left, text);
     userBox->fill(channel);
 }

@@ -38,6 +38,12 @@ public Q_SLOTS:
     void mode(ircmode *m);
     void nick(const QString &oldNick, const QString &newNick);
 
+public:
+    /// We are in the channel again: its roster starts anew.
+    void rejoined();
+    /// Many people have left or joined at once, and the roster has it already.
+    void crowd(bool left, const QString &text);
+
 private:
     /// The nicks of the members, in the order of the list.
     QStringList nicks() const;

@@ -10,9 +10,11 @@
 #include "ircview.h"
 #include "isupport.h"
 #include "lineend.h"
+#include "manners.h"
 #include "tabbar.h"
 #include "tabwindow.h"
 
+#include <QDateTime>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -33,17 +35,24 @@ tabbar::activity activityOf(const event &what)
 
 } // namespace
 
-irctab::irctab(tabwindow *window, QString tabName)
-    : QWidget(window->widgetStack), mainWindow(window), rules(&isupport::classic()), name(std::move(tabName))
+irctab::irctab(tabwindow *window, QString tabName, opening how)
+    : QWidget(window->widgetStack),
+      mainWindow(window),
+      rules(&isupport::classic()),
+      name(std::move(tabName)),
+      manner(&manners::classic()),
+      opened(how)
 {
     // Otherwise Qt would show this widget with its parent, on top of the pages.
     hide();
     tabId = mainWindow->tabBar->addTab(name);
-    mainWindow->tabBar->setCurrentTab(tabId);
+    if (opened == opening::front)
+        mainWindow->tabBar->setCurrentTab(tabId);
     page = new QWidget(mainWindow->widgetStack);
     box<QVBoxLayout>(page);
     mainWindow->widgetStack->addWidget(page);
-    mainWindow->widgetStack->setCurrentWidget(page);
+    if (opened == opening::front)
+        mainWindow->widgetStack->setCurrentWidget(page);
     connect(mainWindow->tabBar, &tabbar::selected, this, &irctab::tabBarClicked);
     Q_EMIT amTopTab(this);
 }
@@ -80,7 +89,8 @@ void irctab::addInput(usercommands::place where, std::function<QStringList()> ni
     connect(line, &chatinput::pageWanted, view, &ircview::scrollPage);
     connect(search, &findbar::closed, input, qOverload<>(&QWidget::setFocus));
     page->layout()->addWidget(input);
-    input->setFocus();
+    if (opened == opening::front)
+        input->setFocus();
 }
 
 QStringList irctab::words(usercommands::place where, QStringList nicks) const
@@ -94,7 +104,14 @@ QStringList irctab::words(usercommands::place where, QStringList nicks) const
         if (rules->isChannel(label))
             nicks.append(label);
     }
-    return nicks + usercommands::wordsIn(where);
+    return nicks + usercommands::wordsIn(where, manner->moreCommands);
+}
+
+void irctab::follow(const isupport &serverRules, const manners &sessionManner)
+{
+    rules = &serverRules;
+    manner = &sessionManner;
+    view->manner = manner;
 }
 
 bool irctab::isInFront() const
@@ -104,7 +121,9 @@ bool irctab::isInFront() const
 
 void irctab::happened(const struct event &what)
 {
-    if (what.ours)
+    if (what.old)
+        view->stampNext(QDateTime::fromMSecsSinceEpoch(what.when));
+    if (what.ours || what.old)
         return;
     mainWindow->tabBar->addActivity(tabId, activityOf(what));
     const QString nick = what.who.nick();
@@ -160,10 +179,18 @@ void irctab::nick(const QString &oldNick, const QString &newNick)
 void irctab::userInput()
 {
     const QString text = input->text();
+    inputRefused = false;
     if (view->keepsPlace())
         view->scrollToBottom();
     Q_EMIT gotUserInput(text, this);
-    input->clear();
+    if (!inputRefused)
+        input->clear();
+}
+
+void irctab::refuseInput(const QString &why)
+{
+    view->message(why);
+    inputRefused = true;
 }
 
 void irctab::tabBarClicked(int id)
@@ -173,6 +200,6 @@ void irctab::tabBarClicked(int id)
     mainWindow->widgetStack->setCurrentWidget(page);
     if (!mainWindow->tabBar->frontStays())
         input->setFocus();
-    view->scrollToBottom();
+    view->showNewest();
     Q_EMIT amTopTab(this);
 }

@@ -13,6 +13,7 @@ class ircmode;
 class ircuser;
 class ircview;
 class isupport;
+struct manners;
 class tabwindow;
 
 /// A chat tab: an entry in the window's tab bar and a page in its stack, with a view above an input line.
@@ -23,13 +24,20 @@ class irctab : public QWidget
     Q_OBJECT
 
 public:
-    /// Removes the tab from the window, and deletes the page with all that is in it.
+    /// Where a new tab opens.
+    enum class opening { front, background };
+
+    /// Takes the tab out of the window, and the page with all that is in it.
     ~irctab() override;
 
     QString tabName() const { return name; }
     bool isInFront() const;
-    /// Updates what the tab knows after an event that it shows: its activity in the tab bar, and who spoke
-    /// last, for completion. Our own events change nothing.
+    /// From now on, goes by these rules of a server and these manners of a session; both must outlive the tab.
+    void follow(const isupport &serverRules, const manners &sessionManner);
+    /// What was typed cannot be sent: says why, and keeps it in the input line, if this comes from gotUserInput().
+    void refuseInput(const QString &why);
+    /// Takes note of what is shown here next: the tab is marked with it, unless it is ours or old, Tab completes the last to
+    /// speak first, and the line shows when it was said if that is long ago.
     void happened(const struct event &what);
 
     tabwindow *mainWindow;
@@ -62,7 +70,7 @@ Q_SIGNALS:
     void gotUserInput(const QString &text, irctab *tab);
 
 protected:
-    irctab(tabwindow *window, QString tabName);
+    irctab(tabwindow *window, QString tabName, opening how = opening::front);
     /// Makes the view, in `parent`.
     void addView(QWidget *parent);
     /// Makes the input line at the bottom of the page, and gives it the focus. The Tab key completes the
@@ -74,6 +82,9 @@ private:
     QStringList words(usercommands::place where, QStringList nicks) const;
 
     QString name;
+    const manners *manner;
+    opening opened;
+    bool inputRefused = false;
     /// The nicks that spoke here, the latest one last.
     QStringList speakers;
 };

@@ -2,6 +2,7 @@
 #include "ircuserbox.h"
 
 #include "ircchannel.h"
+#include "isupport.h"
 #include "memberrow.h"
 #include "rostermodel.h"
 
@@ -58,13 +59,13 @@ void ircuserbox::takePending()
 {
     if (pending == nullptr)
         return;
-    const ircuserlist &roster = *std::exchange(pending, nullptr)->roster();
+    const ircchannel &channel = *std::exchange(pending, nullptr);
     const QString current = currentIndex().data(rostermodel::NickRole).toString();
     const int before = currentIndex().row();
-    rows->setMembers(roster);
+    rows->setMembers(*channel.roster());
     if (before < 0)
         return;
-    const qsizetype now = roster.find(current);
+    const qsizetype now = channel.roster()->find(current, channel.rules().caseOfNames());
     // The list must not scroll while the user reads another part of it.
     setAutoScroll(false);
     setCurrentIndex(rows->index(now < 0 ? std::min(before, rows->rowCount() - 1) : static_cast<int>(now)));

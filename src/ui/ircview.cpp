@@ -3,6 +3,12 @@
 
 #include "colourcode.h"
 #include "ircmode.h"
+#include "manners.h"
+#include "moderntext.h"
+
+#include <QDateTime>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +31,11 @@ QString leaving()
     return coloured("#7755DD"_L1, u"&lt;-"_s) + u' ';
 }
 
+QString coming()
+{
+    return coloured("#7755DD"_L1, u"-&gt;"_s) + u' ';
+}
+
 QString inBrackets(const QString &reason)
 {
     return u" (" + reason + u')';
@@ -32,55 +43,95 @@ QString inBrackets(const QString &reason)
 
 } // namespace
 
+ircview::ircview(QWidget *parent) : logview(parent), manner(&manners::classic()) {}
+
+QString ircview::name(const QString &nick) const
+{
+    return manner->plainFields ? moderntext::name(nick) : nick;
+}
+
+QString ircview::said(const QString &text) const
+{
+    return manner->plainFields ? moderntext::said(text) : ircToHtml(text);
+}
+
+QString ircview::field(const QString &text) const
+{
+    return manner->plainFields ? moderntext::said(text) : text;
+}
+
+void ircview::stampNext(const QDateTime &time)
+{
+    const bool today = time.date() == QDate::currentDate();
+    stamp = time.toString(today ? u"[HH:mm] "_s : u"[yyyy-MM-dd HH:mm] "_s);
+    stampedAt = time.toSecsSinceEpoch();
+}
+
+void ircview::showLine(const QString &line)
+{
+    setKeepsPlace(manner->keepsPlace);
+    if (stamp.isEmpty())
+        addLine(line);
+    else
+        addLine(std::exchange(stamp, {}) + line, stampedAt);
+}
+
 void ircview::privmsg(const QString &nick, const QString &text)
 {
-    addLine(u"&lt;" + coloured("#0000ff"_L1, nick) + u"&gt; " + ircToHtml(text));
+    showLine(u"&lt;" + coloured("#0000ff"_L1, name(nick)) + u"&gt; " + said(text));
 }
 
 void ircview::action(const QString &nick, const QString &text)
 {
-    addLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + nick + u' ' + ircToHtml(text));
+    showLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + name(nick) + u' ' + said(text));
 }
 
 void ircview::notice(const QString &nick, const QString &text)
 {
-    addLine(u'-' + coloured("#880088"_L1, nick) + u"- " + ircToHtml(text));
+    showLine(u'-' + coloured("#880088"_L1, name(nick)) + u"- " + said(text));
 }
 
 void ircview::message(const QString &text)
 {
-    addLine(coloured("#DD8888"_L1, u"-"_s) + u' ' + text);
+    showLine(coloured("#DD8888"_L1, u"-"_s) + u' ' + field(text));
 }
 
 void ircview::join(const QString &nick)
 {
-    addLine(coloured("#7755DD"_L1, u"-&gt;"_s) + u' ' + nick + u" has joined");
+    showLine(coming() + name(nick) + u" has joined");
 }
 
 void ircview::part(const QString &nick, const QString &reason)
 {
-    addLine(leaving() + nick + u" has left" + (reason.isEmpty() ? QString() : inBrackets(reason)));
+    showLine(leaving() + name(nick) + u" has left" +
+             (reason.isEmpty() ? QString() : inBrackets(field(reason))));
 }
 
 void ircview::quit(const QString &nick, const QString &reason)
 {
-    addLine(leaving() + nick + u" has quit" + inBrackets(reason));
+    showLine(leaving() + name(nick) + u" has quit" + inBrackets(field(reason)));
 }
 
 void ircview::kick(const QString &kicker, const QString &kicked, const QString &reason)
 {
-    addLine(leaving() + kicker + u" has kicked " + kicked +
-            (reason.isEmpty() ? QString() : inBrackets(reason)));
+    showLine(leaving() + name(kicker) + u" has kicked " + name(kicked) +
+             (reason.isEmpty() ? QString() : inBrackets(field(reason))));
 }
 
 void ircview::modes(const ircmode *m)
 {
-    addLine(m->who()->nick() + u" sets modes " + m->target() + u' ' + m->modes() + u' ' + m->args());
+    showLine(name(m->who()->nick()) + u" sets modes " + name(m->target()) + u' ' + field(m->modes()) + u' ' +
+             field(m->args()));
 }
 
 void ircview::nick(const QString &oldnick, const QString &newnick)
 {
-    addLine(oldnick + u" is now known as " + newnick);
+    showLine(name(oldnick) + u" is now known as " + name(newnick));
+}
+
+void ircview::crowd(bool left, const QString &text)
+{
+    showLine((left ? leaving() : coming()) + field(text));
 }
 
 QString ircview::ircToHtml(const QString &text)

@@ -3,7 +3,9 @@
 
 #include "logview.h"
 
+class QDateTime;
 class ircmode;
+struct manners;
 
 /// The conversation of a tab: what each event of IRC looks like in the log.
 class ircview : public logview
@@ -11,7 +13,12 @@ class ircview : public logview
     Q_OBJECT
 
 public:
-    using logview::logview;
+    explicit ircview(QWidget *parent);
+
+    /// How the session behaves: whether fields are text, whatever is in them.
+    const manners *manner;
+    /// The next line was said long ago, at this time: it shows that.
+    void stampNext(const QDateTime &time);
 
     // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
     void privmsg(const QString &nick, const QString &text);
@@ -24,8 +31,21 @@ public:
     void kick(const QString &kicker, const QString &kicked, const QString &reason);
     void modes(const ircmode *m);
     void nick(const QString &oldnick, const QString &newnick);
+    /// Many people have left or joined at once, as `text` says.
+    void crowd(bool left, const QString &text);
 
     /// What somebody said, as rich text: "<" and ">" escaped, bold (U+0002), underline (U+001F), colour
     /// (U+0003) and plain (U+000F) as tags.
     static QString ircToHtml(const QString &text);
+
+private:
+    void showLine(const QString &line);
+    // A field as markup: a nick, what somebody said, any other text of the server's.
+    QString name(const QString &nick) const;
+    QString said(const QString &text) const;
+    QString field(const QString &text) const;
+
+    /// What the next line begins with, if it was said long ago, and when that was, in seconds since 1970.
+    QString stamp;
+    qint64 stampedAt = 0;
 };

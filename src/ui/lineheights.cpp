@@ -2,6 +2,7 @@
 #include "lineheights.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 void lineheights::reset(int row, int characters)
 {
@@ -18,7 +19,7 @@ void lineheights::follow()
             continue;
         page &p = pages.front();
         if (const auto place = static_cast<size_t>(first % linestore::pageLines); place < p.heights.size())
-            p.sum -= std::exchange(p.heights[place], 0);
+            p.sum -= std::abs(std::exchange(p.heights[place], 0));
         if ((first + 1) % linestore::pageLines == 0)
             pages.pop_front();
     }
@@ -37,8 +38,9 @@ lineheights::page &lineheights::opened(qint64 line)
     const qint64 start = line - line % linestore::pageLines;
     const qint64 stop = std::min(start + linestore::pageLines, lines.end());
     for (qint64 next = start + static_cast<qint64>(p.heights.size()); next < stop; ++next) {
-        p.heights.push_back(next < first ? 0 : likely(next));
-        p.sum += p.heights.back();
+        const int height = next < first ? 0 : likely(next);
+        p.heights.push_back(-height);
+        p.sum += height;
     }
     return p;
 }
@@ -64,13 +66,21 @@ void lineheights::set(qint64 line, int height)
     follow();
     page &p = opened(line);
     int &old = p.heights[static_cast<size_t>(line % linestore::pageLines)];
-    p.sum += height - std::exchange(old, height);
+    p.sum += height - std::abs(std::exchange(old, height));
 }
 
 int lineheights::at(qint64 line)
 {
     follow();
-    return opened(line).heights[static_cast<size_t>(line % linestore::pageLines)];
+    return std::abs(opened(line).heights[static_cast<size_t>(line % linestore::pageLines)]);
+}
+
+bool lineheights::isKnown(qint64 line)
+{
+    follow();
+    const auto &heights = pageOf(line).heights;
+    const auto place = static_cast<size_t>(line % linestore::pageLines);
+    return place < heights.size() && heights[place] > 0;
 }
 
 qint64 lineheights::above(qint64 line)
@@ -84,7 +94,7 @@ qint64 lineheights::above(qint64 line)
     if (next < line) {
         const auto &heights = opened(next).heights;
         for (; next < line; ++next)
-            sum += heights[static_cast<size_t>(next % linestore::pageLines)];
+            sum += std::abs(heights[static_cast<size_t>(next % linestore::pageLines)]);
     }
     return sum;
 }

@@ -7,11 +7,10 @@
 #include <utility>
 #include <vector>
 
-/// How high the lines of a log are, in pixels: as they were laid out, and where they were not, as high as they
-/// are likely to be.
+/// How high the lines of a log are, in pixels: exact for lines that were laid out, estimated for all others.
 ///
 /// A page of lines is taken as a whole until one of its lines is asked for. So a change of the width costs the
-/// number of pages, and what is never looked at takes no memory.
+/// number of pages, and pages that are never in view take no memory.
 class lineheights
 {
 public:
@@ -21,6 +20,8 @@ public:
     void reset(int row, int characters);
     void set(qint64 line, int height);
     int at(qint64 line);
+    /// Whether a height was set since the last reset().
+    bool isKnown(qint64 line);
     /// The height of all lines before `line`.
     qint64 above(qint64 line);
     qint64 total() { return above(lines.end()); }
@@ -30,12 +31,12 @@ public:
 private:
     struct page
     {
-        /// Of its first lines: all that there were when one was asked for.
+        /// Of its first lines: all that there were when one was asked for. A negative one is estimated.
         std::vector<int> heights;
         qint64 sum = 0;
     };
 
-    /// Goes along with lines that are gone, and with pages that have come.
+    /// Removes the heights of lines that were removed, and adds the new pages.
     void follow();
     page &pageOf(qint64 line);
     page &opened(qint64 line);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "linelayouts.h"
 
-#include "readable.h"
+#include "spanlook.h"
 
 #include <cmath>
 
@@ -15,20 +15,6 @@ bool inLongWord(const QString &text, qsizetype place)
 {
     const qsizetype space = text.indexOf(u' ', place);
     return (space < 0 ? text.size() : space) - place > maxWord;
-}
-
-QTextCharFormat formatOf(const richspan &span, const QColor &background)
-{
-    QTextCharFormat look;
-    if (span.colour != 0)
-        look.setForeground(readable(QColor::fromRgb(span.colour), background));
-    if ((span.styles & richspan::bold) != 0)
-        look.setFontWeight(QFont::Bold);
-    if ((span.styles & richspan::underline) != 0)
-        look.setFontUnderline(true);
-    if ((span.styles & richspan::italic) != 0)
-        look.setFontItalic(true);
-    return look;
 }
 
 } // namespace
@@ -89,7 +75,8 @@ void linelayouts::layOut(QTextLayout &layout, int top) const
 QList<QTextLayout::FormatRange> linelayouts::formatsOf(qint64 line) const
 {
     QList<QTextLayout::FormatRange> formats;
+    const QColor &background = lines.has(line, linestore::forUs) ? format.tint : format.background;
     for (const richspan &span : lines.spans(line))
-        formats.append({span.start, span.length, formatOf(span, format.background)});
+        formats.append({span.start, span.length, spanlook(span, format.text, background)});
     return formats;
 }

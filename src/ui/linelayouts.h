@@ -13,8 +13,10 @@
 struct logformat
 {
     QFont font;
-    /// What colours must be readable on.
+    QColor text = Qt::black;
+    /// Behind the text, on which it must be readable: behind most lines, and behind those for us.
     QColor background = Qt::white;
+    QColor tint = Qt::white;
     /// Where rows begin, and how wide they are, in pixels.
     int left = 0;
     int width = 1;
@@ -36,6 +38,7 @@ public:
     int heightOf(qint64 line);
     /// Forgets the layouts of all other lines.
     void keepOnly(qint64 from, qint64 to);
+    void clear() { made.clear(); }
 
 private:
     void layOut(QTextLayout &layout, int top) const;

@@ -4,6 +4,7 @@
 #include <QStringMatcher>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -22,6 +23,25 @@ bool isLatin1(QStringView text)
     for (const QChar c : text)
         all |= c.unicode();
     return all < 0x100;
+}
+
+/// A character with its case folded. The micro sign would become a Greek letter, and the other way round here, so
+/// that everything that equals Latin-1 is Latin-1.
+char16_t folded(QChar c)
+{
+    const char16_t to = c.toCaseFolded().unicode();
+    return to == u'\u03bc' ? u'\u00b5' : to;
+}
+
+char foldedByte(char c)
+{
+    static const auto table = [] {
+        std::array<char, 256> all{};
+        for (size_t from = 0; from < all.size(); ++from)
+            all[from] = static_cast<char>(folded(QChar(static_cast<char16_t>(from))));
+        return all;
+    }();
+    return table[static_cast<uchar>(c)];
 }
 
 } // namespace
@@ -103,10 +123,15 @@ std::vector<richspan> linestore::spans(qint64 line) const
     return spans;
 }
 
+const char *linestore::textOf(qint64 line, const head &h) const
+{
+    return startOf(line) + sizeof h + h.spans * sizeof(richspan);
+}
+
 void linestore::read(qint64 line, QString &text) const
 {
     const head h = headOf(line);
-    const char *start = startOf(line) + sizeof h + h.spans * sizeof(richspan);
+    const char *start = textOf(line, h);
     text.resize(h.length);
     if (h.wide)
         std::memcpy(text.data(), start, static_cast<size_t>(h.length) * sizeof(QChar));
@@ -170,8 +195,24 @@ logplace linestore::endPlace() const
 std::optional<logplace> linestore::find(const QString &sought, logplace from, bool newer) const
 {
     const QStringMatcher matcher(sought, Qt::CaseInsensitive);
+    // Most lines do not contain it. Bytes tell that sooner than characters do.
+    QString same = sought;
+    std::transform(same.cbegin(), same.cend(), same.begin(), folded);
+    const std::string needle = same.toLatin1().toStdString();
+    const bool latin1 = isLatin1(same);
+    std::string bytes;
+    const auto mayContain = [&](qint64 line) {
+        const head h = headOf(line);
+        if (h.wide || !latin1)
+            return h.wide;
+        bytes.resize(static_cast<size_t>(h.length));
+        std::transform(textOf(line, h), textOf(line, h) + h.length, bytes.begin(), foldedByte);
+        return bytes.find(needle) != std::string::npos;
+    };
     QString text;
     for (qint64 line = from.line; line >= first && line < last; line += newer ? 1 : -1) {
+        if (!mayContain(line))
+            continue;
         read(line, text);
         const bool here = line == from.line;
         qsizetype at = matcher.indexIn(QStringView(text), newer && here ? from.at : 0);

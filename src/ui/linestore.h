@@ -14,7 +14,7 @@
 /// A place between two characters of a log.
 struct logplace
 {
-    /// Lines are counted from the first that ever was, and keep their number when the ones before them go.
+    /// Lines are counted from the first ever, and keep their number when the ones before them are removed.
     qint64 line = 0;
     /// So many UTF-16 units into the line.
     int at = 0;
@@ -28,8 +28,8 @@ struct logplace
 
 /// The lines of a log: the text, the runs of looks and the time of each, in a few large pieces of memory.
 ///
-/// A line without characters beyond Latin-1 takes a byte for each of them. To append is cheap, however many
-/// lines there are, and so is letting the first ones go. Lines that are asked for must be there.
+/// A line without characters beyond Latin-1 takes a byte for each character. Appending a line and removing the
+/// first ones take constant time. Lines that are asked for must exist.
 class linestore
 {
 public:
@@ -37,7 +37,9 @@ public:
     enum mark : quint8 {
         unmarked = 0,
         /// Set by append(): the line before it was said on another day.
-        newDay = 1
+        newDay = 1,
+        /// Said to the user: it has a tint.
+        forUs = 2
     };
 
     /// The lines of a page lie together in memory. A page begins at every multiple of this number.
@@ -45,7 +47,7 @@ public:
 
     /// Appends a line that was said at `time`, in seconds since 1970 (UTC).
     void append(QStringView text, const std::vector<richspan> &spans, qint64 time, quint8 marks = unmarked);
-    /// Lets the first lines go until no more than `lines` are left.
+    /// Removes the first lines until no more than `lines` are left.
     void keepLast(qint64 lines);
 
     qint64 begin() const { return first; }
@@ -94,7 +96,8 @@ private:
     const page &pageOf(qint64 line) const;
     const char *startOf(qint64 line) const;
     head headOf(qint64 line) const;
-    /// Reads a text into a buffer that has grown already.
+    const char *textOf(qint64 line, const head &h) const;
+    /// Reads a text into a buffer, which is used again and again.
     void read(qint64 line, QString &text) const;
     bool isNewDay(qint64 time);
 

@@ -21,7 +21,7 @@ class loghands : public QObject
     Q_OBJECT
 
 public:
-    /// Hears the events of the viewport of `log`, in which it is.
+    /// Filters the events of the viewport of `log`, its parent.
     explicit loghands(logview *log);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "logselection.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -34,6 +36,27 @@ std::pair<int, int> logselection::in(qint64 line) const
     if (line < first.line || line > last.line)
         return {0, 0};
     return {line == first.line ? first.at : 0, line == last.line ? last.at : lines.length(line)};
+}
+
+std::optional<logplace> logselection::find(const QString &sought, bool newer) const
+{
+    if (sought.isEmpty())
+        return {};
+    const logplace far = newer ? logplace{lines.begin(), 0} : lines.endPlace();
+    const logplace near = isEmpty() ? lines.endPlace() : newer ? end() : start();
+    const std::optional<logplace> found = lines.find(sought, near, newer);
+    return found || near == far ? found : lines.find(sought, far, newer);
+}
+
+void logselection::copy() const
+{
+    if (isEmpty())
+        return;
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    const QString all = text();
+    clipboard->setText(all);
+    if (clipboard->supportsSelection())
+        clipboard->setText(all, QClipboard::Selection);
 }
 
 std::pair<logplace, logplace> logselection::unitAt(logplace place) const

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-/// What is selected of a log. It begins with a character, a word or a line, and grows and shrinks by the same.
+/// What is selected of a log: by character, by word or by line.
 class logselection
 {
 public:
@@ -21,9 +21,14 @@ public:
     void clear() { select({}, {}); }
 
     bool isEmpty() const { return start() == end(); }
-    /// Lines that are gone are not selected any more.
+    /// Lines that were removed are not selected any more.
     logplace start() const { return std::max(from, logplace{lines.begin(), 0}); }
     logplace end() const { return std::max(to, start()); }
+    /// Where the nearest `sought` begins, above what is selected, or below where `newer` says so, whatever its
+    /// case. Begins at the bottom if nothing is selected, and goes on at the other end.
+    std::optional<logplace> find(const QString &sought, bool newer) const;
+    /// Copies the text into the clipboard and, where there is one, the primary selection.
+    void copy() const;
     QString text() const { return lines.text(start(), end()); }
     /// Which characters of a line are selected: from the first number to before the second.
     std::pair<int, int> in(qint64 line) const;

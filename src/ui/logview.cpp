@@ -3,23 +3,19 @@
 
 #include "accessiblelog.h"
 #include "calmbar.h"
-#include "fingers.h"
 #include "fingerstyle.h"
+#include "jumpbutton.h"
 #include "lineend.h"
 #include "richline.h"
 #include "weblink.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QDesktopServices>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QToolButton>
 #include <QWindow>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -27,12 +23,10 @@ namespace {
 constexpr int talkMs = 16;
 constexpr int floodMs = 40;
 
-constexpr int margin = visiblelines::margin;
-
 } // namespace
 
 logview::logview(QWidget *parent)
-    : QAbstractScrollArea(parent), bar(new calmbar(this)), toBottom(new QToolButton(this))
+    : QAbstractScrollArea(parent), bar(new calmbar(this)), toBottom(new jumpbutton(this))
 {
     accessiblelog::install();
     // A click selects, copies or opens; the keyboard stays where the user types.
@@ -41,8 +35,6 @@ logview::logview(QWidget *parent)
     fingerstyle::apply(bar);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setCursor(Qt::IBeamCursor);
-    toBottom->setFocusPolicy(Qt::NoFocus);
-    toBottom->hide();
     connect(toBottom, &QToolButton::clicked, this, &logview::scrollToBottom);
     frame.setSingleShot(true);
     connect(&frame, &QTimer::timeout, this, &logview::showNew);
@@ -51,10 +43,10 @@ logview::logview(QWidget *parent)
 
 // --- lines, and when they are shown ---
 
-void logview::addLine(const QString &line, qint64 time)
+void logview::addLine(const QString &line, qint64 time, linestore::mark mark)
 {
     const richline rich(withoutLineEnd(QStringView(line)));
-    store.append(rich.text(), rich.spans(), time);
+    store.append(rich.text(), rich.spans(), time, mark);
     drop();
     if (frame.isActive() || !isSeen())
         return;
@@ -103,6 +95,9 @@ void logview::setScrollback(int count)
 void logview::showEvent(QShowEvent *event)
 {
     QAbstractScrollArea::showEvent(event);
+    // Nothing came: what comes now is read at once.
+    if (!event->spontaneous() && unread == store.end())
+        ink.setUnread(-1);
     stay();
     showNew();
 }
@@ -111,21 +106,14 @@ void logview::hideEvent(QHideEvent *event)
 {
     QAbstractScrollArea::hideEvent(event);
     if (!event->spontaneous())
-        unread = store.end();
+        ink.setUnread(unread = store.end());
 }
 
 // --- where the view is ---
 
 void logview::relayout()
 {
-    column.setFont(font());
-    logformat format;
-    format.font = font();
-    format.background = palette().base().color();
-    format.left = margin + (times ? column.width() : 0);
-    format.width = std::max(1, viewport()->width() - format.left - margin);
-    format.daySpace = times ? fontMetrics().lineSpacing() : 0;
-    seen.setFormat(format);
+    seen.setFormat(ink.format(font(), palette(), viewport()->width()));
     seen.setHeight(viewport()->height());
     bar->setSingleStep(fontMetrics().lineSpacing());
     viewport()->update();
@@ -143,11 +131,10 @@ void logview::scrollTo(visiblelines::position to)
     else
         viewport()->update();
     const QScopedValueRollback guard(syncing, true);
-    const auto number = [](qint64 y) {
-        return static_cast<int>(std::clamp<qint64>(y, 0, std::numeric_limits<int>::max()));
-    };
-    bar->set(number(seen.totalHeight() - height), height, number(seen.y()));
-    showButton();
+    bar->set(seen.totalHeight() - height, height, seen.y());
+    if (seen.isAtBottom())
+        below = 0;
+    toBottom->offer(below, viewport()->geometry());
 }
 
 void logview::scrollContentsBy(int /*dx*/, int dy)
@@ -182,6 +169,12 @@ void logview::scrollToBottom()
     showNew();
 }
 
+void logview::showNewest()
+{
+    if (!m_keepsPlace)
+        scrollToBottom();
+}
+
 void logview::reveal(logplace place)
 {
     const QRect there = rectOf(place);
@@ -209,21 +202,8 @@ void logview::changeEvent(QEvent *event)
 
 void logview::setTimes(bool on)
 {
-    times = on;
+    ink.setTimes(on);
     relayout();
-}
-
-void logview::showButton()
-{
-    if (seen.isAtBottom())
-        below = 0;
-    toBottom->setVisible(below > 0);
-    if (below == 0)
-        return;
-    toBottom->setText(tr("\u2193 %1 new").arg(below));
-    toBottom->resize(toBottom->sizeHint().width(), fingerHeight(toBottom->sizeHint().height()));
-    const QRect area = viewport()->geometry();
-    toBottom->move(area.center().x() - toBottom->width() / 2, area.bottom() - toBottom->height() - margin);
 }
 
 // --- painting ---
@@ -234,41 +214,7 @@ void logview::paintEvent(QPaintEvent *event)
     if (shown != store.end() && !frame.isActive())
         frame.start(0);
     QPainter painter(viewport());
-    const QRect clip = event->rect();
-    int y = -seen.top().above;
-    for (qint64 line = seen.top().line; line < store.end() && y <= clip.bottom(); ++line) {
-        const int height = seen.heightOf(line);
-        if (event->region().intersects(QRect(0, y, viewport()->width(), height)))
-            paintLine(painter, line, y, clip);
-        y += height;
-    }
-}
-
-void logview::paintLine(QPainter &painter, qint64 line, int y, const QRect &clip)
-{
-    const QTextLayout &layout = seen.layoutOf(line);
-    const QTextLine row = layout.lineAt(0);
-    if (times) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        const QDateTime time = store.time(line);
-        if (store.has(line, linestore::newDay))
-            column.paintDay(painter, time,
-                            QRect(margin, y, viewport()->width() - 2 * margin, qRound(row.y())));
-        column.paintTime(painter, time, {margin, qRound(y + row.y() + row.ascent())});
-    }
-    if (line == unread && line > store.begin()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawLine(0, y, viewport()->width(), y);
-    }
-    QList<QTextLayout::FormatRange> selections;
-    if (const auto [first, behind] = selected.in(line); first < behind) {
-        QTextCharFormat look;
-        look.setBackground(palette().highlight());
-        look.setForeground(palette().highlightedText());
-        selections.append({first, behind - first, look});
-    }
-    painter.setPen(palette().color(QPalette::Text));
-    layout.draw(&painter, QPoint(0, y), selections, clip);
+    ink.paint(painter, *event, palette(), viewport()->width());
 }
 
 void logview::updateLines(qint64 from, qint64 to)
@@ -298,6 +244,7 @@ void logview::changeSelection(Change change)
     };
     update(start, selected.start());
     update(end, selected.end());
+    accessiblelog::tellSelected(*this);
 }
 
 void logview::beginSelection(logplace place, logselection::unit by)
@@ -315,37 +262,15 @@ void logview::select(logplace from, logplace to)
     changeSelection([&] { selected.select(from, to); });
 }
 
-void logview::copy() const
-{
-    if (selected.isEmpty())
-        return;
-    QClipboard *clipboard = QApplication::clipboard();
-    const QString text = selected.text();
-    clipboard->setText(text);
-    if (clipboard->supportsSelection())
-        clipboard->setText(text, QClipboard::Selection);
-}
-
 bool logview::findText(const QString &text, bool newer)
 {
     showNew();
-    if (text.isEmpty())
-        return false;
-    const logplace far = newer ? logplace{store.begin(), 0} : store.endPlace();
-    const logplace from = selected.isEmpty() ? store.endPlace() : newer ? selected.end() : selected.start();
-    std::optional<logplace> found = store.find(text, from, newer);
-    if (!found && from != far)
-        found = store.find(text, far, newer);
+    const std::optional<logplace> found = selected.find(text, newer);
     if (!found)
         return false;
     select(*found, {found->line, found->at + static_cast<int>(text.size())});
     reveal(*found);
     return true;
-}
-
-QString logview::selectedLine() const
-{
-    return store.isEmpty() ? QString() : store.text(selected.start().line);
 }
 
 QUrl logview::addressAt(const QPoint &point)
@@ -356,9 +281,7 @@ QUrl logview::addressAt(const QPoint &point)
 
 void logview::openSelected() const
 {
-    if (selected.isEmpty())
-        return;
-    const QUrl address = weblink(selectedLine(), selected.start().at);
+    const QUrl address = selected.isEmpty() ? QUrl() : weblink(selectedLine(), selected.start().at);
     if (address.isValid())
         QDesktopServices::openUrl(address);
 }

@@ -3,8 +3,8 @@
 
 #include "linestore.h"
 #include "loghands.h"
+#include "logpainter.h"
 #include "logselection.h"
-#include "timecolumn.h"
 #include "visiblelines.h"
 
 #include <QAbstractScrollArea>
@@ -12,14 +12,15 @@
 #include <QTimer>
 #include <QUrl>
 
-class QToolButton;
 class calmbar;
+class jumpbutton;
 
-/// A log to read: one paragraph a line, growing at the bottom, where it always is, unless it was told otherwise.
+/// A read-only log: one paragraph a line. New lines come at the bottom, and the view scrolls there, unless
+/// setKeepsPlace() says otherwise.
 ///
 /// A line is in the store when addLine() returns. Layout, scrolling and painting wait for the next frame, once
-/// for all lines that came before it: that is when control is back in the event loop or, while lines keep
-/// coming, a moment later. A view that is not seen waits until it is.
+/// for all lines that came before it: that is when control is back in the event loop, or some
+/// milliseconds later while more lines come. A view that is not seen waits until it is.
 class logview : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -28,20 +29,23 @@ public:
     explicit logview(QWidget *parent);
 
     /// Appends a line of rich text, less the line ends at its end; see richline for what is read of it. It was
-    /// said at `time`, in seconds since 1970 (UTC).
-    void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch());
+    /// said at `time`, in seconds since 1970 (UTC). One that is marked as for us has a tint.
+    void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch(),
+                 linestore::mark mark = linestore::unmarked);
     void scrollToBottom();
+    /// The same, but where the reader's place is kept, it stays.
+    void showNewest();
     /// Scrolls by a page, up (-1) or down (1).
     void scrollPage(int direction);
     void scrollBy(int pixels);
 
     /// Whether the time of each line is shown beside it.
     void setTimes(bool on);
-    bool showsTimes() const { return times; }
+    bool showsTimes() const { return ink.showsTimes(); }
     /// So many lines are kept; 0 keeps all.
     void setScrollback(int count);
-    /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. From
-    /// the start nobody does.
+    /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. Off by
+    /// default.
     void setKeepsPlace(bool on) { m_keepsPlace = on; }
     bool keepsPlace() const { return m_keepsPlace; }
 
@@ -49,7 +53,7 @@ public:
     /// and brings it into view. Begins at the bottom, and goes on at the other end. False when there is none.
     bool findText(const QString &text, bool newer);
     /// The text of the line that the selection begins in.
-    QString selectedLine() const;
+    QString selectedLine() const { return store.isEmpty() ? QString() : store.text(selected.start().line); }
     /// Opens the web address that the selection begins in, if it does.
     void openSelected() const;
 
@@ -60,7 +64,7 @@ public:
     void select(logplace from, logplace to);
     void selectAll() { select({store.begin(), 0}, store.endPlace()); }
     /// As plain text, into the clipboard and, where there is one, the primary selection.
-    void copy() const;
+    void copy() const { selected.copy(); }
 
     /// The place nearest to a point of the viewport, and where the character behind a place is there.
     logplace placeAt(const QPoint &point) { return seen.placeAt(point); }
@@ -84,27 +88,24 @@ private:
     bool isSeen() const;
     /// Shows the lines since the last frame.
     void showNew();
-    /// Lets the first lines go, if there are more than are wanted.
+    /// Removes the first lines, if there are more than the maximum.
     void drop();
-    /// Lays all lines out anew: the width, the font or the colours are others now.
+    /// Lays all lines out again, because the width, the font or the colours have changed.
     void relayout();
     void scrollTo(visiblelines::position to);
     /// Goes to the bottom if the view was there, and stays where it is if not.
     void stay() { scrollTo(seen.isAtBottom() ? seen.bottom() : seen.moved(seen.top(), 0)); }
-    void showButton();
-    void paintLine(QPainter &painter, qint64 line, int y, const QRect &clip);
-    /// Paints the lines anew from one to before another.
+    /// Paints the lines again from one to before another.
     void updateLines(qint64 from, qint64 to);
     template <typename Change>
     void changeSelection(Change change);
 
     calmbar *bar;
-    QToolButton *toBottom;
+    jumpbutton *toBottom;
     linestore store;
     visiblelines seen{store};
     logselection selected{store};
-    timecolumn column;
-    bool times = false;
+    logpainter ink{store, seen, selected};
     bool m_keepsPlace = false;
     int scrollback = 0;
 

@@ -3,8 +3,8 @@
 
 #include "ircview.h"
 
-plaintab::plaintab(tabwindow *window, const QString &tabName, usercommands::place where)
-    : irctab(window, tabName)
+plaintab::plaintab(tabwindow *window, const QString &tabName, usercommands::place where, opening how)
+    : irctab(window, tabName, how)
 {
     addView(page);
     addInput(where, [where, tabName] {

@@ -9,7 +9,8 @@ class plaintab : public irctab
     Q_OBJECT
 
 public:
-    plaintab(tabwindow *window, const QString &name, usercommands::place where = usercommands::place::query);
+    plaintab(tabwindow *window, const QString &name, usercommands::place where = usercommands::place::query,
+             opening how = opening::front);
 
     /// Shows a mode change with any target. The server tab uses it for the modes of our own nick.
     void showModes(ircmode *m);

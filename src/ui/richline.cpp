@@ -35,11 +35,12 @@ struct switchtag
     richspan::style style = richspan::plain;
 };
 
-constexpr switchtag switches[] = {{u"b", richspan::bold},      {u"strong", richspan::bold},
-                                  {u"i", richspan::italic},    {u"em", richspan::italic},
-                                  {u"u", richspan::underline}, {u"ins", richspan::underline}};
+constexpr switchtag switches[] = {{u"b", richspan::bold},         {u"strong", richspan::bold},
+                                  {u"i", richspan::italic},       {u"em", richspan::italic},
+                                  {u"u", richspan::underline},    {u"ins", richspan::underline},
+                                  {u"\u017fs", richspan::strike}, {u"\u017freverse", richspan::reverse}};
 
-/// The colour in the attributes of a font tag; 0 if there is none.
+/// The colour in the attributes of a tag; 0 when they name none.
 QRgb colourOf(QStringView attributes)
 {
     const QLatin1StringView key = " color"_L1;
@@ -134,11 +135,12 @@ qsizetype richline::readEntity(QStringView rest)
 
 void richline::applyTag(QStringView name, QStringView attributes, bool closing)
 {
-    if (name.compare(u"font", Qt::CaseInsensitive) == 0) {
+    const bool font = name.compare(u"font", Qt::CaseInsensitive) == 0;
+    if (font || name == u"\u017fmark") {
         const QRgb wanted = closing ? 0 : colourOf(attributes);
         if (closing || wanted != 0) {
             endSpan();
-            colour = wanted;
+            (font ? colour : background) = wanted;
         }
         return;
     }
@@ -154,8 +156,8 @@ void richline::applyTag(QStringView name, QStringView attributes, bool closing)
 void richline::endSpan()
 {
     const int end = static_cast<int>(m_text.size());
-    const bool plain = colour == 0 && styles == richspan::plain;
+    const bool plain = colour == 0 && background == 0 && styles == richspan::plain;
     if (end > spanStart && !plain && m_spans.size() < maxSpans)
-        m_spans.push_back({spanStart, end - spanStart, colour, styles});
+        m_spans.push_back({spanStart, end - spanStart, colour, background, styles});
     spanStart = end;
 }

@@ -9,21 +9,24 @@
 /// A run of characters with the same look.
 struct richspan
 {
-    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4 };
+    enum style : quint8 { plain = 0, bold = 1, underline = 2, italic = 4, strike = 8, reverse = 16 };
 
     int start = 0;
     int length = 0;
     /// 0 means the view's text colour.
     QRgb colour = 0;
+    /// 0 is none.
+    QRgb background = 0;
     quint8 styles = plain;
 };
 
 /// A line of rich text after parsing: its characters, and the runs of them that are not plain.
 ///
-/// The text may be a stranger's, so the parser knows little and takes linear time. <font color>, <b>, <u> and
-/// <i> switch a look on and off, in any order. All other tags are removed, and nothing is loaded for them.
-/// Entities become their characters. Everything else stays unchanged. No character of the result breaks the
-/// line.
+/// The text may be a stranger's, so what is read is little and costs time in proportion to the length: <font color>,
+/// <b>, <u>, <i> and, for sessions by address, <ſmark color> for the background, <ſs> and <ſreverse> switch a look on
+/// and off, in any order; the letter ſ is not in Latin-1, so no classic server can write these. All other
+/// tags vanish, and nothing is loaded or laid out for them. Entities become their characters. What is no tag or entity
+/// stays as it is. No character of the result breaks the line.
 class richline
 {
 public:
@@ -46,5 +49,6 @@ private:
     std::vector<richspan> m_spans;
     int spanStart = 0;
     QRgb colour = 0;
+    QRgb background = 0;
     quint8 styles = richspan::plain;
 };

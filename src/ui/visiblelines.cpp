@@ -15,6 +15,8 @@ void visiblelines::setFormat(const logformat &format)
 
 int visiblelines::heightOf(qint64 line)
 {
+    if (heights.isKnown(line))
+        return heights.at(line);
     const int pixels = layouts.heightOf(line);
     heights.set(line, pixels);
     return pixels;

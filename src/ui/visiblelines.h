@@ -7,8 +7,7 @@
 
 #include <QRect>
 
-/// Which lines of a log are in view, and where. Only these are laid out; what is above and below them is known by
-/// its likely height.
+/// Which lines of a log are in view, and where. Only these are laid out; the heights of all others are estimated.
 class visiblelines
 {
 public:
@@ -45,10 +44,10 @@ public:
     position bottom();
     /// The upper edge that is about `y` pixels below the top of everything.
     position near(qint64 y);
-    /// Goes to `to`, or as far as there are lines, and returns how many pixels that is below where it was: the
-    /// height of the view if nothing stays in view.
+    /// Scrolls to `to`, or as near as there are lines, and returns by how many pixels: negative for upwards, and
+    /// at most the height of the view, if nothing stays in view.
     int scrollTo(position to);
-    /// Call this when the first lines are gone; false if one of them was in view.
+    /// Call this when the first lines were removed; false if one of them was in view.
     bool dropGone();
 
     /// How high everything is, and how far below its top the upper edge is.
@@ -56,7 +55,9 @@ public:
     qint64 y() { return heights.above(m_top.line) + m_top.above + margin; }
 
     const QTextLayout &layoutOf(qint64 line) { return layouts.of(line); }
-    /// Lays a line out, if need be, and says how high it is.
+    /// Call this when all that is in view has been painted. Layouts are large; the next ones are few.
+    void forgetLayouts() { layouts.clear(); }
+    /// The height of a line, which is laid out if that is not known.
     int heightOf(qint64 line);
     /// The upper edge of a line in the view.
     int topOf(qint64 line);

@@ -12,6 +12,7 @@
 #include "ircmode.h"
 
 #include <QCoreApplication>
+#include <QTcpSocket>
 
 #include <algorithm>
 #include <sys/socket.h>
@@ -24,11 +25,13 @@ void fuzz(const QByteArray &input)
     QTcpSocket server;
     int ends[2];
     require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0, "there are sockets");
-    conn.socket.setSocketDescriptor(ends[0]);
+    auto device = std::make_unique<QTcpSocket>();
+    QTcpSocket *client = device.get();
+    client->setSocketDescriptor(ends[0]);
     server.setSocketDescriptor(ends[1]);
     // The number of lines that the connection has written since the last call.
     const auto written = [&] {
-        conn.socket.flush();
+        client->flush();
         server.waitForReadyRead(0);
         return linesOnWire(server.readAll()).size();
     };
@@ -66,7 +69,7 @@ void fuzz(const QByteArray &input)
     conn.identity.setNick(text);
     conn.identity.setRealname(text);
     conn.channels = QStringList{text, text};
-    conn.login();
+    conn.socket.adopt(std::move(device));
     require(written() == 3, "a registration is three lines");
     conn.sendPrivmsg(text, text);
     conn.sendCtcp(text, text);
@@ -84,7 +87,7 @@ void fuzz(const QByteArray &input)
         } else {
             server.write(line + '\n');
             server.flush();
-            conn.socket.waitForReadyRead(0);
+            client->waitForReadyRead(0);
             while (conn.socket.canReadLine())
                 QCoreApplication::processEvents();
             require(written() <= (line.contains("PING") ? 1 : 0), "only a PING is answered");
