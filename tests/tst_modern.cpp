@@ -265,9 +265,9 @@ void tst_modern::longCredentials()
 void tst_modern::manyPieces()
 {
     const QString words = u"words and "_s.repeated(36).chopped(1);
-    const QStringList pieces = textsplitter::split(words, 50);
-    QCOMPARE(pieces.join(u' '), words);
-    QCOMPARE(pieces.size(), 8);
+    const QStringList parts = textsplitter::split(words, 50);
+    QCOMPARE(parts.join(u' '), words);
+    QCOMPARE(parts.size(), 8);
     QCOMPARE(textsplitter::split(words.repeated(2), 50), QStringList());
     QCOMPARE(textsplitter::split(u"x"_s, 0), QStringList());
     // A letter that fits into no piece is cut, but not in the middle of a character.

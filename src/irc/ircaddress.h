@@ -20,7 +20,10 @@ public:
     static bool isMeant(const QString &text);
 
     /// What is wrong with `text` if it is meant to be an address; empty for a plain host name.
-    static QString errorOf(const QString &text) { return isMeant(text) ? ircaddress(text).error() : QString(); }
+    static QString errorOf(const QString &text)
+    {
+        return isMeant(text) ? ircaddress(text).error() : QString();
+    }
 
     bool isValid() const { return !m_host.isEmpty(); }
     /// For the user; empty when the address is valid or nothing was read.
