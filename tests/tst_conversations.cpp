@@ -148,7 +148,7 @@ struct phrase
 struct tst_conversations::verb
 {
     QLatin1StringView word;
-    void (*act)(tst_conversations &t, const phrase &p);
+    void (*act)(tst_conversations &t, const phrase &p) = nullptr;
 };
 
 // As in the head of this file, in the same order.

@@ -267,7 +267,7 @@ QString usercommands::wordOf(const QString &text, QString *args)
 {
     QString line = text.startsWith(u'/') ? text.mid(1) : text;
     QTextStream stream(&line, QIODevice::ReadOnly);
-    const QString name = word(stream).toUpper();
+    QString name = word(stream).toUpper();
     *args = rest(stream);
     return name;
 }

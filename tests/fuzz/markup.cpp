@@ -47,10 +47,10 @@ static void handle(const QByteArray &input, const QString &text)
             for (int n = 0; n < amount * amount; ++n)
                 store.append(n % 2 == 0 ? QStringView(text).first(std::min<qsizetype>(text.size(), 200))
                                         : u"x",
-                             {}, amount * 20'000);
+                             {}, qint64{amount} * 20'000);
             break;
         case 1:
-            store.keepLast(amount * amount);
+            store.keepLast(qint64{amount} * amount);
             seen.dropGone();
             break;
         case 2:
