@@ -92,8 +92,9 @@ void user::select(const QString &tab)
 
 void user::press(const QString &tab, const QString &keys)
 {
-    // A shortcut works in the active window only.
-    if (!QTest::qWaitForWindowActive(m_window.get()))
+    // A shortcut works in the active window only; below a prompt no key reaches it.
+    m_window->activateWindow();
+    if (QApplication::activeModalWidget() != nullptr || !QTest::qWaitForWindowActive(m_window.get()))
         return;
     for (const QString &key : keys.split(u' ')) {
         QWidget *to = tab.isEmpty() ? QApplication::focusWidget() : in<chatinput>(tab);
