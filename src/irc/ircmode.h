@@ -3,6 +3,7 @@
 
 #include "ircuser.h"
 
+#include <QDateTime>
 #include <QStringList>
 
 class ircmessage;
@@ -21,6 +22,10 @@ public:
     /// The user who set the mode: a nick alone, without user and host. Never null.
     ircuser *who() { return &m_who; }
     const ircuser *who() const { return &m_who; }
+    /// The same, with user and host.
+    const ircuser &prefix() const { return m_prefix; }
+    /// When it was set, if the line says so (IRCv3, server-time).
+    const QDateTime &time() const { return m_time; }
     QString target() const { return m_target; }
     /// The sign and the letters, such as "+o" or "+ov-v".
     QString modes() const { return m_modes; }
@@ -30,7 +35,9 @@ public:
     QString args() const { return m_args.join(u' '); }
 
 private:
+    ircuser m_prefix;
     ircuser m_who;
+    QDateTime m_time;
     QString m_target;
     QString m_modes;
     QStringList m_args;

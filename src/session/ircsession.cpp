@@ -7,33 +7,16 @@
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "ircuserbox.h"
-#include "mention.h"
 #include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
 #include "rostermodel.h"
-#include "tabbar.h"
 #include "tabwindow.h"
-#include "version.h"
-
-#include <QDateTime>
-#include <QTimer>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// After this time the signal that asked for the close has returned.
-constexpr int closeDelayMs = 1;
-/// An older line is one that was kept for us: it shows its time and is no news.
-constexpr qint64 maxAgeMs = 60'000;
-
-} // namespace
-
 ircsession::ircsession(tabwindow *window)
-    : mainWindow(window), serverTab(newPlainTab(u"Server"_s, usercommands::place::server)), topTab(serverTab)
+    : mainWindow(window), tabs(window, conn.supports, conn.manner), events(conn), typed(conn, tabs)
 {
     clock.start();
     conn.keeper.memory = &links;
@@ -53,95 +36,26 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::rpl_endofnames, this, &ircsession::rpl_endofnames);
     connect(&conn, &connection::nick, this, &ircsession::parseNick);
     connect(&conn, &connection::modes, this, &ircsession::modesChanged);
-    connect(&conn, &connection::dropped, serverTab, &irctab::message);
+    connect(&conn, &connection::dropped, tabs.serverTab, &irctab::message);
     connect(&conn, &connection::status, this, &ircsession::showStatus);
-    connect(&conn, &connection::said, this, &ircsession::showSaid);
-    connect(&conn, &connection::notSaid, this, [this](const QString &target) {
-        if (irctab *tab = findTab(target))
-            tab->message(notSent());
-    });
     // Not from inside of a signal: the prompt runs an event loop.
     connect(&conn, &connection::passwordWanted, this, &ircsession::askAndConnect, Qt::QueuedConnection);
-    connect(&conn, &connection::tooLong, this, [this] { frontTab()->refuseInput(tooLong()); });
-    connect(&conn, &connection::perform, this, &ircsession::performLine);
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
+    connect(&tabs, &tabkeeper::opened, this, &ircsession::wireTab);
+    connect(&tabs, &tabkeeper::closed, this, [this](const QString &name) { conn.remember(name, false); });
+    wireTab(tabs.serverTab, nullptr);
 }
 
-// When a tab is deleted, another one emits amTopTab(). The session must not receive that any more.
-ircsession::~ircsession()
+void ircsession::wireTab(irctab *tab, channeltab *channel)
 {
-    for (const auto &tab : tabs)
-        tab->disconnect(this);
-}
-
-// --- tabs ---
-
-template <typename Tab>
-Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
-{
-    Tab *added = tab.get();
-    tabs.push_back(std::move(tab));
-    added->follow(conn.supports, conn.manner);
-    connect(added, &irctab::gotUserInput, this, &ircsession::userInput);
-    return added;
-}
-
-plaintab *ircsession::newPlainTab(const QString &name, usercommands::place where, irctab::opening how)
-{
-    plaintab *tab = adopt(std::make_unique<plaintab>(mainWindow, name, where, how));
-    connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
-    return tab;
-}
-
-channeltab *ircsession::newChannelTab(const QString &name)
-{
-    ircchannel *roster = rosters.emplace_back(std::make_unique<ircchannel>(name, conn.supports)).get();
-    channeltab *tab = adopt(std::make_unique<channeltab>(mainWindow, roster, name));
-    connect(&conn, &connection::modes, tab, &irctab::modes);
-    connect(&conn, &connection::mode, tab, &channeltab::mode);
-    connect(tab->userBox, &QListView::doubleClicked, this,
-            [this](const QModelIndex &member) { openQuery(member.data(rostermodel::NickRole).toString()); });
-    connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
-    return tab;
-}
-
-irctab *ircsession::findTab(const QString &name) const
-{
-    const auto found = std::find_if(
-        tabs.begin(), tabs.end(), [&](const auto &tab) { return conn.supports.same(tab->tabName(), name); });
-    return found == tabs.end() ? nullptr : found->get();
-}
-
-irctab *ircsession::frontTab() const
-{
-    const auto found =
-        std::find_if(tabs.begin(), tabs.end(), [](const auto &tab) { return tab->isInFront(); });
-    return found == tabs.end() ? serverTab : found->get();
-}
-
-void ircsession::closeTab(irctab *tab)
-{
-    closingTab = tab;
-    QTimer::singleShot(closeDelayMs, this, &ircsession::removeTab);
-}
-
-void ircsession::removeTab()
-{
-    const auto found =
-        std::find_if(tabs.begin(), tabs.end(), [this](const auto &tab) { return tab.get() == closingTab; });
-    closingTab = nullptr;
-    if (found == tabs.end())
+    connect(tab, &irctab::gotUserInput, this, &ircsession::userInput);
+    if (channel == nullptr)
         return;
-    const std::unique_ptr<irctab> closed = std::move(*found);
-    conn.remember(closed->tabName(), false);
-    tabs.erase(found);
-    if (topTab == closed.get())
-        topTab = serverTab;
-}
-
-void ircsession::newTopTab(irctab *tab)
-{
-    topTab = tab;
+    connect(&conn, &connection::modes, channel, &irctab::modes);
+    connect(&conn, &connection::mode, channel, &channeltab::mode);
+    connect(channel->userBox, &QListView::doubleClicked, this, [this](const QModelIndex &member) {
+        tabs.openQuery(member.data(rostermodel::NickRole).toString());
+    });
 }
 
 // --- the user ---
@@ -169,7 +83,7 @@ void ircsession::userInput(const QString &text, irctab *tab)
 {
     const QString nick = conn.identity.nick();
     if (conn.manner.mindsSending)
-        return userInputToday(text, tab);
+        return typed.take(text, tab);
     if (!text.startsWith(u'/')) {
         if (text.isEmpty())
             return;
@@ -178,65 +92,11 @@ void ircsession::userInput(const QString &text, irctab *tab)
         return;
     }
     QString action;
-    if (tab != serverTab && usercommands::isClose(text))
-        return closeTab(tab);
-    if (tab != serverTab && usercommands::isAction(text, &action))
+    if (tab != tabs.serverTab && usercommands::isClose(text))
+        return tabs.closeTab(tab);
+    if (tab != tabs.serverTab && usercommands::isAction(text, &action))
         tab->action(nick, action);
     conn.userCommand(text, tab->tabName());
-}
-
-void ircsession::userInputToday(const QString &text, irctab *tab)
-{
-    QString said;
-    QString nick;
-    const bool command = text.startsWith(u'/') && !text.startsWith(u"//");
-    const bool action = command && usercommands::wordOf(text, &said) == u"ME";
-    if (text.isEmpty())
-        return;
-    if (tab != serverTab && command && usercommands::isClose(text))
-        return closeTab(tab);
-    if (command && usercommands::isQuery(text, &nick, &said)) {
-        openQuery(nick);
-        return said.isEmpty() ? void() : sayIn(findTab(nick), said, false);
-    }
-    if (command && !action) {
-        if (!conn.userCommand(text, tab->tabName()))
-            tab->refuseInput(notSent());
-        return;
-    }
-    if (!action)
-        said = text.startsWith(u"//") ? text.mid(1) : text;
-    sayIn(tab, said, action);
-}
-
-void ircsession::sayIn(irctab *tab, const QString &said, bool action)
-{
-    if (tab == serverTab)
-        tab->refuseInput(u"Not sent: this is nobody's tab"_s);
-    else if (!conn.isReady())
-        tab->refuseInput(notSent());
-    else if (!said.isEmpty() && !conn.say(tab->tabName(), said, action))
-        tab->refuseInput(tooLong());
-}
-
-void ircsession::showSaid(const QString &target, const QString &text, bool action)
-{
-    irctab *tab = findTab(target);
-    if (tab == nullptr)
-        return;
-    if (action)
-        tab->action(conn.identity.nick(), text);
-    else
-        tab->privmsg(conn.identity.nick(), text);
-}
-
-// A line of the preset, which must not lead away from this connection.
-void ircsession::performLine(const QString &line)
-{
-    QString args;
-    const QString word = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
-    if (word != u"SERVER" && word != u"QUIT")
-        userInput(line, serverTab);
 }
 
 void ircsession::askAndConnect(const QString &address, int port)
@@ -251,132 +111,60 @@ void ircsession::askAndConnect(const QString &address, int port)
 
 void ircsession::showStatus(const QString &text)
 {
-    auto e = newEvent(event::kind::reply);
+    auto e = events.make(event::kind::reply);
     e.forUs = true;
-    serverTab->happened(e);
-    serverTab->message(text);
-}
-
-QString ircsession::tooLong()
-{
-    return u"Too long: not sent"_s;
-}
-
-QString ircsession::notSent()
-{
-    return u"Not sent: no connection"_s;
+    tabs.serverTab->happened(e);
+    tabs.serverTab->message(text);
 }
 
 void ircsession::socketDisconnect()
 {
-    const auto end = newEvent(event::kind::disconnect);
-    for (const auto &tab : tabs) {
+    const auto end = events.make(event::kind::disconnect);
+    for (const auto &tab : tabs.tabs) {
         tab->happened(end);
         tab->message(u"Disconnected"_s);
     }
 }
 
-void ircsession::openQuery(const QString &nick)
-{
-    if (const irctab *tab = findTab(nick))
-        mainWindow->tabBar->setCurrentTab(tab->tabId);
-    else
-        newTopTab(newPlainTab(nick));
-}
-
 void ircsession::errormsg(const QString &text)
 {
-    topTab->happened(newEvent(event::kind::reply));
-    topTab->message(text);
+    tabs.topTab->happened(events.make(event::kind::reply));
+    tabs.topTab->message(text);
 }
 
 // --- what happened ---
 
-event ircsession::newEvent(event::kind what)
-{
-    struct event e;
-    e.what = what;
-    e.when = QDateTime::currentMSecsSinceEpoch();
-    return e;
-}
-
-event ircsession::newEvent(event::kind what, const ircmessage *msg, const QString &text) const
-{
-    auto e = newEvent(what);
-    e.who = *msg->prefix();
-    e.where = msg->param(0, true);
-    e.text = text;
-    e.ours = what != event::kind::reply && sentByMe(msg);
-    if (const QDateTime said = msg->tags().time(); conn.manner.taggedLines && said.isValid()) {
-        e.old = e.when - said.toMSecsSinceEpoch() > maxAgeMs;
-        e.when = e.old ? said.toMSecsSinceEpoch() : e.when;
-    }
-    e.forUs = e.isTalk() && !e.ours && (addressedToMe(msg) || mentions(text, conn.identity.nick()));
-    return e;
-}
-
 void ircsession::modesChanged(ircmode *m) const
 {
-    irctab *tab = findChannelTab(m->target());
+    irctab *tab = tabs.findChannelTab(m->target());
     if (conn.supports.same(m->target(), conn.identity.nick()))
-        tab = serverTab;
+        tab = tabs.serverTab;
     if (tab == nullptr)
         return;
-    auto e = newEvent(event::kind::mode);
-    e.who = *m->who();
-    e.where = m->target();
-    e.ours = e.who.nick() == conn.identity.nick();
-    tab->happened(e);
-}
-
-bool ircsession::addressedToMe(const ircmessage *msg) const
-{
-    return conn.isMe(msg->param(0, false));
-}
-
-bool ircsession::sentByMe(const ircmessage *msg) const
-{
-    return conn.isMe(msg->prefix()->nick());
+    tab->happened(events.make(*m));
 }
 
 irctab *ircsession::tabForMessage(const ircmessage *msg)
 {
     // Our own words that come from elsewhere stand where they were said: another client of ours may have.
-    const bool echo = conn.manner.quietTabs && sentByMe(msg);
-    const bool query = addressedToMe(msg);
+    const bool echo = conn.manner.quietTabs && events.sentByMe(msg);
+    const bool query = events.addressedToMe(msg);
     const QString name =
         query && !echo ? msg->prefix()->nick() : conn.supports.channelOf(msg->param(0, true));
-    if (irctab *tab = findTab(name))
+    if (irctab *tab = tabs.findTab(name))
         return tab;
     if (conn.isChannel(name) || (!query && !conn.manner.quietTabs))
-        return newChannelTab(name);
+        return tabs.newChannelTab(name);
     // Told to a whole server or network.
     if (!query && !echo)
-        return serverTab;
-    return newPlainTab(name, usercommands::place::query,
-                       conn.manner.quietTabs ? irctab::opening::background : irctab::opening::front);
-}
-
-channeltab *ircsession::findChannelTab(const QString &name) const
-{
-    // A query tab can have the name of a channel. It must not get the channel's events.
-    return qobject_cast<channeltab *>(findTab(name));
-}
-
-template <typename Visit>
-void ircsession::forTabsWith(const QString &nick, Visit visit)
-{
-    for (const auto &roster : rosters) {
-        if (roster->findUser(nick) == nullptr)
-            continue;
-        if (channeltab *tab = findChannelTab(roster->channelName()))
-            visit(tab);
-    }
+        return tabs.serverTab;
+    return tabs.newPlainTab(name, usercommands::place::query,
+                            conn.manner.quietTabs ? irctab::opening::background : irctab::opening::front);
 }
 
 void ircsession::parsePrivmsg(ircmessage *msg)
 {
-    const auto e = newEvent(event::kind::message, msg, msg->paramsFrom(1, true));
+    const auto e = events.make(event::kind::message, msg, msg->paramsFrom(1, true));
     irctab *tab = tabForMessage(msg);
     tab->happened(e);
     tab->privmsg(e.who.nick(), e.text);
@@ -388,13 +176,13 @@ void ircsession::parseNotice(ircmessage *msg)
     const bool fromServer = !conn.isRegistered() || sender == conn.serverName();
     irctab *tab = nullptr;
     if (fromServer)
-        tab = serverTab;
-    else if (!addressedToMe(msg))
+        tab = tabs.serverTab;
+    else if (!events.addressedToMe(msg))
         tab = tabForMessage(msg);
-    else if (tab = findTab(sender); tab == nullptr)
-        tab = topTab;
+    else if (tab = tabs.findTab(sender); tab == nullptr)
+        tab = tabs.topTab;
     const auto e =
-        newEvent(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
+        events.make(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
     tab->happened(e);
     tab->notice(sender, e.text);
 }
@@ -403,9 +191,9 @@ void ircsession::parseMessage(ircmessage *msg)
 {
     if (conn.manner.sortsReplies)
         return showReply(*msg);
-    const auto e = newEvent(event::kind::reply, msg, msg->paramsFrom(1, true));
-    serverTab->happened(e);
-    serverTab->message(e.text);
+    const auto e = events.make(event::kind::reply, msg, msg->paramsFrom(1, true));
+    tabs.serverTab->happened(e);
+    tabs.serverTab->message(e.text);
 }
 
 void ircsession::parseCtcp(ircmessage *msg)
@@ -415,16 +203,16 @@ void ircsession::parseCtcp(ircmessage *msg)
     if (keyword == u"action")
         return parseAction(msg);
     // Another client of ours asks somebody.
-    if (conn.manner.quietTabs && sentByMe(msg) && !addressedToMe(msg))
+    if (conn.manner.quietTabs && events.sentByMe(msg) && !events.addressedToMe(msg))
         return;
     const QString answer = ctcpanswers::answerTo(keyword, msg->paramsFrom(2, true), conn.manner.moreCommands);
     if (answer.isEmpty())
         return;
-    const auto e = newEvent(event::kind::reply, msg);
+    const auto e = events.make(event::kind::reply, msg);
     if (e.old)
         return;
-    serverTab->happened(e);
-    serverTab->message(u"Recieved CTCP " + keyword.toUpper() + u" from " + sender);
+    tabs.serverTab->happened(e);
+    tabs.serverTab->message(u"Recieved CTCP " + keyword.toUpper() + u" from " + sender);
     if (answers.mayAnswer(clock.elapsed()))
         conn.sendCtcpReply(sender, answer);
 }
@@ -434,29 +222,29 @@ void ircsession::showReply(const ircmessage &msg)
     sortedreply reply = sortReply(msg, conn.supports);
     if (reply.where == sortedreply::place::none)
         return;
-    irctab *tab = findChannelTab(reply.channel);
+    irctab *tab = tabs.findChannelTab(reply.channel);
     if (reply.where == sortedreply::place::front || (tab == nullptr && reply.isError))
-        tab = frontTab();
+        tab = tabs.frontTab();
     else if (tab == nullptr)
-        tab = serverTab;
+        tab = tabs.serverTab;
     if (!reply.channel.isEmpty() && !conn.supports.same(tab->tabName(), reply.channel))
         reply.text.prepend(reply.channel + u": ");
-    tab->happened(newEvent(event::kind::reply, &msg, reply.text));
+    tab->happened(events.make(event::kind::reply, &msg, reply.text));
     tab->message(reply.text);
 }
 
 void ircsession::parseSplit(const netbatch &people)
 {
     const QString servers = u": " + people.servers.join(u' ');
-    for (const auto &roster : rosters) {
-        channeltab *tab = findChannelTab(roster->channelName());
+    for (const auto &roster : tabs.rosters) {
+        channeltab *tab = tabs.findChannelTab(roster->channelName());
         if (tab == nullptr || tab->channel != roster.get())
             continue;
         const QStringList joined = people.joined.value(roster->channelName().toLower());
         const qsizetype count = people.left ? roster->removeAll(people.nicks) : roster->joinAll(joined);
         if (count == 0)
             continue;
-        tab->happened(newEvent(people.left ? event::kind::quit : event::kind::join));
+        tab->happened(events.make(people.left ? event::kind::quit : event::kind::join));
         tab->crowd(people.left,
                    u"%1 people have "_s.arg(count) + (people.left ? u"left" : u"joined") + servers);
     }
@@ -464,7 +252,7 @@ void ircsession::parseSplit(const netbatch &people)
 
 void ircsession::parseAction(ircmessage *msg)
 {
-    const auto e = newEvent(event::kind::action, msg, msg->paramsFrom(2, true));
+    const auto e = events.make(event::kind::action, msg, msg->paramsFrom(2, true));
     irctab *tab = tabForMessage(msg);
     tab->happened(e);
     tab->action(e.who.nick(), e.text);
@@ -472,10 +260,10 @@ void ircsession::parseAction(ircmessage *msg)
 
 void ircsession::parseJoin(ircmessage *msg)
 {
-    const auto e = newEvent(event::kind::join, msg);
+    const auto e = events.make(event::kind::join, msg);
     if (e.ours) {
         openJoined(e.where, msg->prefix());
-    } else if (channeltab *tab = findChannelTab(e.where)) {
+    } else if (channeltab *tab = tabs.findChannelTab(e.where)) {
         tab->happened(e);
         tab->join(msg->prefix());
     }
@@ -485,24 +273,24 @@ void ircsession::openJoined(const QString &name, ircuser *us)
 {
     if (conn.manner.quietTabs) {
         conn.remember(name, true);
-        if (channeltab *tab = findChannelTab(name)) {
+        if (channeltab *tab = tabs.findChannelTab(name)) {
             tab->rejoined();
             return tab->join(us);
         }
     }
-    newChannelTab(name);
+    tabs.newChannelTab(name);
 }
 
 void ircsession::parsePart(ircmessage *msg)
 {
-    const auto e = newEvent(event::kind::part, msg, msg->paramsFrom(1, true));
-    irctab *found = findTab(e.where);
+    const auto e = events.make(event::kind::part, msg, msg->paramsFrom(1, true));
+    irctab *found = tabs.findTab(e.where);
     auto *tab = qobject_cast<channeltab *>(found);
     if (found != tab)
         return;
     if (e.ours) {
         conn.remember(e.where, false);
-        closeTab(tab);
+        tabs.closeTab(tab);
     } else if (tab != nullptr) {
         tab->happened(e);
         tab->part(msg->prefix(), e.text);
@@ -511,11 +299,11 @@ void ircsession::parsePart(ircmessage *msg)
 
 void ircsession::parseQuit(ircmessage *msg)
 {
-    auto e = newEvent(event::kind::quit, msg, msg->allParams(true));
+    auto e = events.make(event::kind::quit, msg, msg->allParams(true));
     e.where.clear();
     if (e.ours)
         return;
-    forTabsWith(e.who.nick(), [&](channeltab *tab) {
+    tabs.forTabsWith(e.who.nick(), [&](channeltab *tab) {
         tab->happened(e);
         tab->quit(msg->prefix(), e.text);
     });
@@ -523,10 +311,10 @@ void ircsession::parseQuit(ircmessage *msg)
 
 void ircsession::parseKick(ircmessage *msg)
 {
-    const auto e = newEvent(event::kind::kick, msg, msg->paramsFrom(2, true));
+    const auto e = events.make(event::kind::kick, msg, msg->paramsFrom(2, true));
     if (conn.supports.same(msg->param(1, true), conn.identity.nick()))
         conn.remember(e.where, false);
-    if (channeltab *tab = findChannelTab(e.where)) {
+    if (channeltab *tab = tabs.findChannelTab(e.where)) {
         tab->happened(e);
         tab->kick(msg->prefix(), msg->param(1, false), e.text);
     }
@@ -534,11 +322,11 @@ void ircsession::parseKick(ircmessage *msg)
 
 void ircsession::parseNick(ircmessage *msg)
 {
-    auto e = newEvent(event::kind::nick, msg, msg->param(0, true));
+    auto e = events.make(event::kind::nick, msg, msg->param(0, true));
     e.where.clear();
     // The connection has already stored our new nick.
     e.ours = conn.identity.nick() == e.text;
-    forTabsWith(e.who.nick(), [&](channeltab *tab) {
+    tabs.forTabsWith(e.who.nick(), [&](channeltab *tab) {
         tab->happened(e);
         tab->nick(e.who.nick(), e.text);
     });
@@ -547,17 +335,17 @@ void ircsession::parseNick(ircmessage *msg)
 void ircsession::parseMode(ircmode *m)
 {
     if (conn.supports.same(m->target(), conn.identity.nick()))
-        serverTab->showModes(m);
+        tabs.serverTab->showModes(m);
 }
 
 void ircsession::rpl_namreply(const QString &channel, QStringList *names)
 {
-    if (channeltab *tab = findChannelTab(channel))
+    if (channeltab *tab = tabs.findChannelTab(channel))
         tab->names(names);
 }
 
 void ircsession::rpl_endofnames(const QString &channel)
 {
-    if (channeltab *tab = findChannelTab(channel))
+    if (channeltab *tab = tabs.findChannelTab(channel))
         tab->endofnames();
 }
