@@ -11,7 +11,6 @@
 #include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
-#include "rostermodel.h"
 #include "tabbar.h"
 #include "tabwindow.h"
 #include "version.h"
@@ -81,7 +80,7 @@ Tab *ircsession::adopt(std::unique_ptr<Tab> tab)
 {
     Tab *added = tab.get();
     tabs.push_back(std::move(tab));
-    added->follow(conn.supports, conn.manner);
+    added->follow(conn.supports, conn.manner, conn.identity);
     connect(added, &irctab::gotUserInput, this, &ircsession::userInput);
     return added;
 }
@@ -99,8 +98,10 @@ channeltab *ircsession::newChannelTab(const QString &name)
     channeltab *tab = adopt(std::make_unique<channeltab>(mainWindow, roster, name));
     connect(&conn, &connection::modes, tab, &irctab::modes);
     connect(&conn, &connection::mode, tab, &channeltab::mode);
-    connect(tab->userBox, &QListView::doubleClicked, this,
-            [this](const QModelIndex &member) { openQuery(member.data(rostermodel::NickRole).toString()); });
+    connect(tab->userBox, &ircuserbox::asked, this, [this](memberaction what, const QString &nick) {
+        if (what == memberaction::query)
+            openQuery(nick);
+    });
     connect(tab, &irctab::amTopTab, this, &ircsession::newTopTab);
     return tab;
 }

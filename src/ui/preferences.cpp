@@ -31,6 +31,7 @@ preferences preferences::load(const QString &name)
     if (size.expandedTo(minWindow).boundedTo(maxWindow) == size)
         kept.windowSize = size;
     kept.userListShown = file.readEntry(u"UserList"_s, u"1"_s) != u"0";
+    kept.userListWidth = qBound(minUserListWidth, number("UserListWidth"), maxUserListWidth);
     kept.times = number("Times") != 0;
     kept.scrollback = qMax(0, number("Scrollback"));
     return kept;
@@ -49,6 +50,7 @@ bool preferences::save(const QString &name) const
         write("Height", windowSize.height());
     }
     write("UserList", userListShown ? 1 : 0);
+    write("UserListWidth", userListWidth);
     write("Times", times ? 1 : 0);
     write("Scrollback", scrollback);
     return file.save();
