@@ -15,7 +15,7 @@ namespace {
 constexpr int margin = visiblelines::margin;
 
 /// A tint differs at least so much from what is behind other lines, and text on it is at least so readable (WCAG 2.1, 1.4.3).
-constexpr double visibleTint = 1.12;
+constexpr double visibleTint = 1.15;
 constexpr double readableText = 4.5;
 
 /// So many hundredths of `colour` in `base`.

@@ -47,7 +47,16 @@ membermenu::membermenu(const ircchanneluser &member, circumstances when, QWidget
     const QString nick = fontMetrics().elidedText(unformatted(member.nick().left(maxRead)), Qt::ElideMiddle,
                                                   maxWidth * fontMetrics().averageCharWidth());
     setAccessibleName(tr("Menu of %1").arg(nick));
-    addAction(QString(nick).replace(u'&', u"&&"_s))->setEnabled(false);
+    QAction *title = addAction(QString(nick).replace(u'&', u"&&"_s));
+    title->setEnabled(false);
+    // It cannot be chosen, but it must be readable.
+    QPalette colours = palette();
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, colours.color(QPalette::Active, role));
+    setPalette(colours);
+    QFont bold = font();
+    bold.setBold(true);
+    title->setFont(bold);
     addSeparator();
     for (const entry &e : entries) {
         if (e.offered(member, when))

@@ -17,13 +17,18 @@ QString group()
     return u"Window"_s;
 }
 
+int numberIn(Config &file, const char *key)
+{
+    return file.readEntry(QLatin1StringView(key)).toInt();
+}
+
 } // namespace
 
 preferences preferences::load(const QString &name)
 {
     Config file(name);
     file.setGroup(group());
-    const auto number = [&file](const char *key) { return file.readEntry(QLatin1StringView(key)).toInt(); };
+    const auto number = [&file](const char *key) { return numberIn(file, key); };
     preferences kept;
     if (const int size = number("FontSize"); size != 0)
         kept.fontSize = stepped(size, 0);
@@ -50,7 +55,9 @@ bool preferences::save(const QString &name) const
         write("Height", windowSize.height());
     }
     write("UserList", userListShown ? 1 : 0);
-    write("UserListWidth", userListWidth);
+    // The file of somebody who has never dragged the list stays as it was.
+    if (userListWidth != minUserListWidth || numberIn(file, "UserListWidth") != 0)
+        write("UserListWidth", userListWidth);
     write("Times", times ? 1 : 0);
     write("Scrollback", scrollback);
     return file.save();
