@@ -431,7 +431,7 @@ void tst_log::links()
     QCOMPARE(opened, QStringList({a, a}));
     QTest::keyClick(view.get(), Qt::Key_Escape);
     QVERIFY(view->selection().isEmpty());
-    view->selectAll();
+    QVERIFY(view->findText(b, false));
     QTest::keyClick(view.get(), Qt::Key_Return);
     QCOMPARE(opened.size(), 2);
 
