@@ -36,6 +36,9 @@
 //                             "new messages", "for you"
 //   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   choose TAB NICK           the user double-clicks a member
+//   menu TAB NICK ENTRIES     the menu of a member must have these entries, separated by " | "; it closes
+//   pick TAB NICK ENTRY       the user chooses an entry of the menu of a member
+//   button TAB WORDS          a screen reader must get this for the button in the tab's corner
 //   resize WIDTHxHEIGHT       the user makes the window this size
 //   looks TAB SIZE FONT LIST  the window must have this size, the tab's text must be this many points larger
 //                             than usual ("+2"), and the members must be "shown" or "hidden"
@@ -244,6 +247,16 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
+    {"menu"_L1,
+     [](auto &t, auto &p) {
+         const QString nick = p.rest.section(u' ', 0, 0);
+         QCOMPARE(nick + u' ' + t.person->menu(p.first, nick).join(u" | "), p.rest);
+     }},
+    {"pick"_L1,
+     [](auto &t, auto &p) {
+         t.person->menu(p.first, p.rest.section(u' ', 0, 0), p.rest.section(u' ', 1));
+     }},
+    {"button"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->button(p.first), p.rest); }},
     {"resize"_L1,
      [](auto &t, auto &p) {
          t.person->window()->resize(p.all.section(u'x', 0, 0).toInt(), p.all.section(u'x', 1).toInt());

@@ -3,6 +3,8 @@
 // The log of a tab: what a reader sees, hears, selects, opens and finds in it, and what that costs.
 
 #include "ircview.h"
+#include "linkwalk.h"
+#include "manners.h"
 #include "richline.h"
 #include "rows.h"
 #include "spanlook.h"
@@ -11,6 +13,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -42,6 +45,8 @@ private Q_SLOTS:
     void staysAtTheBottom();
     void costsWhatIsSeen();
     void mouseAndFinger();
+    void links();
+    void pastAndForUs();
     void isHeard();
     void timesAndMarks();
     void keepsPlaceAndFewLines();
@@ -383,6 +388,121 @@ void tst_log::mouseAndFinger()
     QTRY_VERIFY(view->verticalScrollBar()->value() < before - 100);
     QVERIFY(view->selection().isEmpty());
     QCOMPARE(opened.size(), 2);
+}
+
+// What looks like a link is what a click opens; the keyboard, a menu and a long press reach it, and nothing opens by itself.
+void tst_log::links()
+{
+    const manners today = manners::today();
+    const QString text = u"see (http://a.example/), http://b.example"_s;
+    const auto letter = [this](const QString &at) {
+        return view->viewport()->grab(view->rectOf(view->lines().find(at, {0, 0}, true).value())).toImage();
+    };
+    view->notice(u"x"_s, text);
+    const QImage plain = picture(*view->viewport());
+    const QImage inLink = letter(u"/),"_s);
+    const QImage behind = letter(u", h"_s);
+    view->setShowsLinks(true);
+    QVERIFY(letter(u"/),"_s) != inLink && letter(u", h"_s) == behind);
+    view->setShowsLinks(false);
+    QCOMPARE(picture(*view->viewport()), plain);
+
+    view->manner = &today;
+    for (int i = 0; i < 60; ++i)
+        view->message(u"http://far.example"_s);
+    view->message(u"ftp://no.example http:// "_s.repeated(60));
+    view->message(text + u" https://\u202ec.example");
+    QTRY_VERIFY(atBottom());
+    auto *walk = new linkwalk(view.get());
+    QStringList walked;
+    for (const bool newer : {false, false, false, true, true}) {
+        walk->step(newer);
+        walked += view->selection().text();
+    }
+    const QString a = u"http://a.example/"_s;
+    const QString b = u"http://b.example"_s;
+    QCOMPARE(walked, QStringList({b, a, b, a, b}));
+    QCOMPARE(QApplication::focusWidget(), view.get());
+    view->message(u"more"_s);
+    QTest::keyClick(view.get(), Qt::Key_Up);
+    QVERIFY(opened.isEmpty());
+    QTest::keyClick(view.get(), Qt::Key_Return);
+    QTest::keyClick(view.get(), Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(opened, QStringList({a, a}));
+    QTest::keyClick(view.get(), Qt::Key_Escape);
+    QVERIFY(view->selection().isEmpty());
+    QVERIFY(view->findText(b, false));
+    QTest::keyClick(view.get(), Qt::Key_Return);
+    QCOMPARE(opened.size(), 2);
+
+    // The menu of the right button, and of a finger that stays.
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+    QWidget *seen = view->viewport();
+    for (const bool touch : {false, true}) {
+        const QPoint point = placeOf(u"ttp://b."_s);
+        if (touch) {
+            QTest::touchEvent(seen, screen.get()).press(0, point);
+        } else {
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, point, seen->mapToGlobal(point));
+            QApplication::sendEvent(seen, &menu);
+        }
+        QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+        if (touch)
+            QTest::touchEvent(seen, screen.get()).release(0, point);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(menu->actions().value(0)->text(), u"&Open"_s);
+        menu->actions().at(touch ? 1 : 0)->trigger();
+        menu->close();
+        QCOMPARE(opened, QStringList({a, a, b}));
+    }
+    QCOMPARE(QApplication::clipboard()->text(), b);
+}
+
+// Neither changes what is read, and what is past is no news.
+void tst_log::pastAndForUs()
+{
+    const QDateTime noon(QDate(2026, 11, 22), QTime(12, 0));
+    view->showPast({{noon.toSecsSinceEpoch(), u"<bob> <b>&lt; \2hi"_s},
+                    {noon.addSecs(60).toSecsSinceEpoch(), u"- \n"_s},
+                    {noon.addDays(1).toSecsSinceEpoch(), u"x"_s}});
+    QCOMPARE(text(), u"2026-11-22\n[12:00] <bob> <b>&lt; hi\n[12:01] -  \n2026-11-23\n[12:00] x"_s);
+    const auto inked = [this](qint64 line) {
+        const QRect row(0, view->rectOf({line, 0}).top(), 200, view->rectOf({line, 0}).height());
+        const QImage seen = view->viewport()->grab(row).toImage();
+        int darkest = 255;
+        for (int i = 0; i < seen.width() * seen.height(); ++i)
+            darkest = std::min(darkest, qGray(seen.pixel(i % seen.width(), i / seen.width())));
+        return darkest;
+    };
+    for (const bool times : {false, true}) {
+        view->setTimes(times);
+        QVERIFY(inked(1) > 100 && inked(1) < 200);
+    }
+    view->setTimes(false);
+    for (const QString &nick : {u"bob"_s, u"<b"_s, u"&lt"_s}) {
+        const qint64 next = view->lines().end();
+        for (const bool forUs : {false, true}) {
+            for (const auto show : {&ircview::privmsg, &ircview::action, &ircview::notice}) {
+                if (forUs)
+                    view->markNext();
+                (view.get()->*show)(nick, u"ada: lt; hello"_s);
+            }
+        }
+        for (qint64 line = next; line < next + 3; ++line) {
+            QCOMPARE(view->lines().text(line + 3), view->lines().text(line));
+            QVERIFY(view->lines().has(line + 3, linestore::forUs) &&
+                    !view->lines().has(line, linestore::forUs));
+        }
+        const auto bold = [this](qint64 line) {
+            const auto spans = view->lines().spans(line);
+            return std::any_of(spans.begin(), spans.end(), [](const richspan &s) {
+                return s.start < 3 && (s.styles & richspan::bold) != 0;
+            });
+        };
+        QCOMPARE(bold(next + 3) && bold(next + 4) && bold(next + 5), nick == u"bob");
+    }
+    view->grab();
+    QVERIFY(inked(1) > 100 && inked(view->lines().end() - 1) < 60);
 }
 
 // What a screen reader gets is the text, piece by piece, as it is on the screen.

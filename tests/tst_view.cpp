@@ -13,9 +13,15 @@
 #include "tabbar.h"
 #include "tabwindow.h"
 #include "weblink.h"
+#include "widthhandle.h"
 
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QStackedWidget>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -56,6 +62,7 @@ class tst_view : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
     void init();
     void controlCodes_data() { addRows("control-codes"); }
     void controlCodes() { compare(ircview::ircToHtml); }
@@ -64,9 +71,13 @@ private Q_SLOTS:
     void addresses_data() { addRows("addresses"); }
     void addresses() { compare(addressAt); }
     void members();
+    void heldMembers();
+    void width();
+    void state();
     void news();
 
 private:
+    QTemporaryDir home;
     ircchannel channel{u"#c"_s, isupport::classic()};
     std::unique_ptr<tabwindow> window;
     std::unique_ptr<channeltab> tab;
@@ -107,6 +118,80 @@ void tst_view::members()
     }
     const QModelIndex hostile = tab->userBox->model()->index(2, 0);
     QCOMPARE(hostile.data(Qt::ToolTipRole).toString(), u"<qt>&lt;b&gt;, voiced</qt>"_s);
+}
+
+// A finger that lifts after a long press asks for a query; one that stays gets the menu, which outlives the member.
+void tst_view::heldMembers()
+{
+    QStringList names{u"a&\u202eb\tc"_s};
+    channel.clear();
+    channel.names(&names);
+    tab->endofnames();
+    tab->userBox->takePending();
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+    QWidget *list = tab->userBox->viewport();
+    const QPoint point = tab->userBox->visualRect(tab->userBox->model()->index(0, 0)).center();
+    QSignalSpy asked(tab->userBox, &ircuserbox::asked);
+    const auto *held = tab->userBox->findChild<QTimer *>();
+    QTest::touchEvent(list, screen.get()).press(0, point);
+    QTRY_VERIFY(held->isActive());
+    QTest::touchEvent(list, screen.get()).release(0, point);
+    QCOMPARE(asked.size(), 1);
+    QTest::touchEvent(list, screen.get()).press(0, point);
+    QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+    QTest::touchEvent(list, screen.get()).release(0, point);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QCOMPARE(menu->actions().at(0)->text(), u"a&&\u202eb c\u202c"_s);
+    channel.clear();
+    tab->userBox->fill(&channel);
+    tab->userBox->takePending();
+    menu->actions().at(2)->trigger();
+    QCOMPARE(asked.size(), 2);
+    QCOMPARE(asked.last(), QVariantList({QVariant::fromValue(memberaction::query), names.first()}));
+}
+
+// A wide window has a handle beside the list; a small one is as it was.
+void tst_view::width()
+{
+    auto *handle = tab->page->findChild<widthhandle *>();
+    QVERIFY(!handle->isVisible());
+    QCOMPARE(tab->userBox->width(), 70);
+    window->resize(900, 300);
+    QTRY_VERIFY(handle->isVisible());
+    QCOMPARE(tab->userBox->width(), 70);
+    for (const auto &[by, width] : {std::pair(-100, 170), {60, 110}, {-2000, 450}, {2000, 70}, {-30, 100}}) {
+        QTest::mousePress(handle, Qt::LeftButton, {}, {2, 50});
+        QTest::mouseMove(handle, {2 + by, 50});
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, {2 + by, 50});
+        QTRY_COMPARE(tab->userBox->width(), width);
+    }
+    QTest::keyClick(handle, Qt::Key_Left);
+    QTRY_COMPARE(tab->userBox->width(), 110);
+    tab->showHideUserlist();
+    QVERIFY(!handle->isVisible() && tab->userBox->maximumWidth() == 0);
+    tab->showHideUserlist();
+    window->resize(320, 300);
+    QTRY_COMPARE(tab->userBox->width(), 70);
+    tab.reset();
+    window.reset();
+    init();
+    window->resize(900, 300);
+    QTRY_COMPARE(tab->userBox->width(), 110);
+}
+
+// What cannot be read in full is cut in its middle, and a screen reader gets all of it.
+void tst_view::state()
+{
+    const QString refused = u"a-server-with-a-long-name.example.org refused port 6667"_s;
+    tab->setState(refused);
+    const auto seen = [this] { return tab->input->placeholderText(); };
+    QVERIFY(seen().startsWith(u"a-server"_s) && seen().endsWith(u"6667"_s) && seen().contains(u'\u2026'));
+    QVERIFY(tab->input->fontMetrics().horizontalAdvance(seen()) < tab->input->contentsRect().width() - 4);
+    QCOMPARE(tab->input->accessibleDescription(), refused);
+    window->resize(900, 300);
+    QTRY_COMPARE(seen(), refused);
+    tab->setState({});
+    QCOMPARE(seen() + tab->input->accessibleDescription(), QString());
 }
 
 void tst_view::news()

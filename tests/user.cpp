@@ -7,9 +7,11 @@
 #include "preset.h"
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -148,6 +150,26 @@ void user::choose(const QString &tab, const QString &nick)
     click(tab, nick);
     auto *list = in<ircuserbox>(tab);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());
+}
+
+QStringList user::menu(const QString &tab, const QString &nick, const QString &chosen)
+{
+    click(tab, nick);
+    auto *list = in<ircuserbox>(tab);
+    const QPoint point = list->visualRect(list->currentIndex()).center();
+    QContextMenuEvent wanted(QContextMenuEvent::Mouse, point, list->viewport()->mapToGlobal(point));
+    QApplication::sendEvent(list->viewport(), &wanted);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QStringList entries;
+    for (QAction *entry : menu->actions()) {
+        if (!entry->isEnabled() || entry->isSeparator())
+            continue;
+        entries += entry->text().remove(u'&');
+        if (entries.last() == chosen)
+            entry->trigger();
+    }
+    menu->close();
+    return entries;
 }
 
 QString user::looks(const QString &tab) const

@@ -57,6 +57,10 @@ public:
     void click(const QString &tab, const QString &what);
     /// Double-clicks a member.
     void choose(const QString &tab, const QString &nick);
+    /// The entries in the menu of a member, one of which the user may choose.
+    QStringList menu(const QString &tab, const QString &nick, const QString &chosen = {});
+    /// What a screen reader gets for the button in the corner of a tab.
+    QString button(const QString &tab) const { return in<QPushButton>(tab)->accessibleName(); }
     /// The size of the window, how many points larger than usual the tab's text is, and whether its members
     /// are "shown" or "hidden".
     QString looks(const QString &tab) const;

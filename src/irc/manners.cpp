@@ -18,5 +18,6 @@ manners manners::today()
             .plainFields = true,
             .sortsReplies = true,
             .quietTabs = true,
+            .showsLinks = true,
             .keepsPlace = true};
 }

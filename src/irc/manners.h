@@ -25,6 +25,8 @@ struct manners
     bool sortsReplies = false;
     /// A private message opens its tab in the background; our own JOIN uses a tab that is there.
     bool quietTabs = false;
+    /// Web addresses look like links, and the keyboard can walk through them.
+    bool showsLinks = false;
     /// A reader who has scrolled up is left there.
     bool keepsPlace = false;
 

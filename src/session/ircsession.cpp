@@ -10,13 +10,43 @@
 #include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
-#include "rostermodel.h"
 #include "tabwindow.h"
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// What the user would type for it in the tab of that channel.
+QString commandFor(memberaction what, const QString &nick, const QString &channel)
+{
+    switch (what) {
+    case memberaction::query:
+        return u"/query " + nick;
+    case memberaction::whois:
+        return u"/whois " + nick;
+    case memberaction::ignore:
+        return u"/ignore " + nick;
+    case memberaction::op:
+        return u"/mode " + channel + u" +o " + nick;
+    case memberaction::deop:
+        return u"/mode " + channel + u" -o " + nick;
+    case memberaction::voice:
+        return u"/mode " + channel + u" +v " + nick;
+    case memberaction::devoice:
+        return u"/mode " + channel + u" -v " + nick;
+    case memberaction::kick:
+        return u"/kick " + nick;
+    }
+    return {};
+}
+
+} // namespace
+
 ircsession::ircsession(tabwindow *window)
-    : mainWindow(window), tabs(window, conn.supports, conn.manner), events(conn), typed(conn, tabs)
+    : mainWindow(window),
+      tabs(window, conn.supports, conn.manner, conn.identity),
+      events(conn),
+      typed(conn, tabs)
 {
     clock.start();
     conn.keeper.memory = &links;
@@ -53,9 +83,13 @@ void ircsession::wireTab(irctab *tab, channeltab *channel)
         return;
     connect(&conn, &connection::modes, channel, &irctab::modes);
     connect(&conn, &connection::mode, channel, &channeltab::mode);
-    connect(channel->userBox, &QListView::doubleClicked, this, [this](const QModelIndex &member) {
-        tabs.openQuery(member.data(rostermodel::NickRole).toString());
-    });
+    connect(channel->userBox, &ircuserbox::asked, this,
+            [this, channel](memberaction what, const QString &nick) {
+                if (what == memberaction::query)
+                    tabs.openQuery(nick);
+                else
+                    userInput(commandFor(what, nick, channel->tabName()), channel);
+            });
 }
 
 // --- the user ---

@@ -21,8 +21,9 @@ constexpr int closeDelayMs = 1;
 
 } // namespace
 
-tabkeeper::tabkeeper(tabwindow *window, const isupport &serverRules, const manners &sessionManner)
-    : mainWindow(window), rules(serverRules), manner(sessionManner)
+tabkeeper::tabkeeper(tabwindow *window, const isupport &serverRules, const manners &sessionManner,
+                     const ircuser &ourselves)
+    : mainWindow(window), rules(serverRules), manner(sessionManner), we(ourselves)
 {
     serverTab = newPlainTab(u"Server"_s, usercommands::place::server);
     topTab = serverTab;
@@ -40,7 +41,7 @@ Tab *tabkeeper::adopt(std::unique_ptr<Tab> tab)
 {
     Tab *added = tab.get();
     tabs.push_back(std::move(tab));
-    added->follow(rules, manner);
+    added->follow(rules, manner, we);
     connect(added, &irctab::amTopTab, this, &tabkeeper::newTopTab);
     return added;
 }

@@ -21,9 +21,9 @@ class tabkeeper : public QObject
     Q_OBJECT
 
 public:
-    /// Opens the tab "Server" in `window`. The window, the rules of the server and the manners of the session must outlive
-    /// this; the latter two are read when somebody uses a tab.
-    tabkeeper(tabwindow *window, const isupport &rules, const manners &manner);
+    /// Opens the tab "Server" in `window`. The window, the rules of the server, the manners of the session and our own nick
+    /// must outlive this; all but the window are read only when somebody uses a tab.
+    tabkeeper(tabwindow *window, const isupport &rules, const manners &manner, const ircuser &we);
     /// Closes all tabs, without a signal.
     ~tabkeeper() override;
 
@@ -72,5 +72,6 @@ private:
     tabwindow *mainWindow;
     const isupport &rules;
     const manners &manner;
+    const ircuser &we;
     irctab *closingTab = nullptr;
 };

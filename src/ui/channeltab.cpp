@@ -10,18 +10,22 @@
 #include "ircview.h"
 #include "isupport.h"
 #include "tabwindow.h"
+#include "widthhandle.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The maximum width of the member list, in pixels.
-constexpr int userBoxWidth = 70;
+/// The width of the member list can be changed if the page is wider than this, in pixels.
+constexpr int wideEnough = 480;
 
 } // namespace
 
@@ -34,27 +38,44 @@ channeltab::channeltab(tabwindow *window, ircchannel *roster, const QString &tab
     page->layout()->addWidget(splitBox);
     addView(splitBox);
     toggleButton = new QPushButton(u">"_s, view);
-    toggleButton->setAccessibleName(tr("Hide the members"));
     toggleButton->setFocusPolicy(Qt::TabFocus);
     view->setCornerWidget(toggleButton);
     fingerstyle::apply(view->horizontalScrollBar());
     connect(toggleButton, &QPushButton::clicked, this, &channeltab::showHideUserlist);
     userBox = new ircuserbox(splitBox);
-    userBox->setMaximumWidth(userBoxWidth);
+    handle = new widthhandle(userBox, splitBox);
+    handle->setAccessibleName(tr("Width of the member list"));
+    connect(handle, &widthhandle::wanted, this, [this](int width) {
+        mainWindow->prefer(&preferences::userListWidth,
+                           std::clamp(width, preferences::minUserListWidth, splitBox->width() / 2));
+        fitUserBox();
+    });
+    row->addWidget(handle);
     row->addWidget(userBox);
     userBox->setAccessibleName(tr("Members of %1").arg(tabName));
+    connect(userBox->model(), &QAbstractItemModel::modelReset, this, &channeltab::nameToggle);
+    nameToggle();
+    fitUserBox();
+    splitBox->installEventFilter(this);
     addInput(usercommands::place::channel, [this] { return nicks(); });
     if (!mainWindow->prefs().userListShown)
         showHideUserlist();
     Q_EMIT amTopTab(this);
 }
 
+void channeltab::follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we)
+{
+    irctab::follow(serverRules, sessionManner, we);
+    userBox->follow(serverRules, sessionManner, we);
+    userBox->setAccessibleName(tr("Members of %1").arg(shownName()));
+}
+
 void channeltab::showHideUserlist()
 {
-    userBox->setMaximumWidth(userListShown ? 0 : userBoxWidth);
-    toggleButton->setText(userListShown ? u"<"_s : u">"_s);
-    toggleButton->setAccessibleName(userListShown ? tr("Show the members") : tr("Hide the members"));
     userListShown = !userListShown;
+    fitUserBox();
+    toggleButton->setText(userListShown ? u">"_s : u"<"_s);
+    nameToggle();
     // A list of width 0 would still get the focus.
     userBox->setFocusPolicy(userListShown ? Qt::TabFocus : Qt::NoFocus);
     if (userBox->hasFocus())
@@ -63,6 +84,33 @@ void channeltab::showHideUserlist()
     // The view needs its new width before it can scroll to its bottom.
     splitBox->layout()->activate();
     view->showNewest();
+}
+
+void channeltab::fitUserBox()
+{
+    const bool wide = splitBox->width() > wideEnough;
+    const int width = wide ? std::clamp(mainWindow->prefs().userListWidth, preferences::minUserListWidth,
+                                        splitBox->width() / 2)
+                           : preferences::minUserListWidth;
+    userBox->setMinimumWidth(wide && userListShown ? width : 0);
+    userBox->setMaximumWidth(userListShown ? width : 0);
+    handle->setVisible(wide && userListShown);
+}
+
+void channeltab::nameToggle()
+{
+    const QString what = (userListShown ? tr("Hide the members, %1") : tr("Show the members, %1"))
+                             .arg(userBox->model()->rowCount());
+    toggleButton->setAccessibleName(what);
+    toggleButton->setToolTip(what);
+}
+
+bool channeltab::eventFilter(QObject *watched, QEvent *event)
+{
+    // The user may have changed the width in another tab, too.
+    if (watched == splitBox && (event->type() == QEvent::Resize || event->type() == QEvent::Show))
+        fitUserBox();
+    return irctab::eventFilter(watched, event);
 }
 
 QStringList channeltab::nicks() const

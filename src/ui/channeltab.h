@@ -6,9 +6,10 @@
 class QPushButton;
 class ircchannel;
 class ircuserbox;
+class widthhandle;
 
 /// The tab of one channel: the view, the member list beside it, and a button in the view's corner that shows
-/// and hides the list. Each event is first shown, then applied to the roster, then the list is filled from
+/// and hides the list. In a wide window its width can be changed. Each event is first shown, then applied to the roster, then the list is filled from
 /// the roster.
 class channeltab : public irctab
 {
@@ -17,6 +18,8 @@ class channeltab : public irctab
 public:
     /// `roster` is that of the channel. It belongs to the session and must outlive the tab.
     channeltab(tabwindow *window, ircchannel *roster, const QString &name);
+
+    void follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we) override;
 
     ircchannel *channel;
     QWidget *splitBox;
@@ -44,7 +47,16 @@ public:
     /// Many people have left or joined at once, and the roster has it already.
     void crowd(bool left, const QString &text);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    /// Gives the list and its handle the room that they may have now.
+    void fitUserBox();
+    /// Says on the button what it does, and how many members there are.
+    void nameToggle();
     /// The nicks of the members, in the order of the list.
     QStringList nicks() const;
+
+    widthhandle *handle;
 };

@@ -5,16 +5,19 @@
 #include "chatinput.h"
 #include "event.h"
 #include "findbar.h"
+#include "formatting.h"
 #include "ircmode.h"
 #include "ircuser.h"
 #include "ircview.h"
 #include "isupport.h"
 #include "lineend.h"
+#include "linkwalk.h"
 #include "manners.h"
 #include "tabbar.h"
 #include "tabwindow.h"
 
 #include <QDateTime>
+#include <QEvent>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -25,6 +28,8 @@ namespace {
 
 /// The maximum of nicks that are remembered for completion.
 constexpr qsizetype maxSpeakers = 50;
+/// No name in a line of 512 bytes (RFC 1459, 2.3) is longer.
+constexpr qsizetype maxShown = 512;
 
 tabbar::activity activityOf(const event &what)
 {
@@ -40,7 +45,7 @@ irctab::irctab(tabwindow *window, QString tabName, opening how)
       mainWindow(window),
       rules(&isupport::classic()),
       name(std::move(tabName)),
-      manner(&manners::classic()),
+      m_manner(&manners::classic()),
       opened(how)
 {
     // Otherwise Qt would show this widget with its parent, on top of the pages.
@@ -70,7 +75,7 @@ void irctab::addView(QWidget *parent)
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     view->setTimes(mainWindow->prefs().times);
     view->setScrollback(mainWindow->prefs().scrollback);
-    view->setAccessibleName(tr("Conversation with %1").arg(name));
+    view->setAccessibleName(tr("Conversation with %1").arg(shownName()));
     parent->layout()->addWidget(view);
 }
 
@@ -80,14 +85,21 @@ void irctab::addInput(usercommands::place where, std::function<QStringList()> ni
     page->layout()->addWidget(search);
     // Only the page in front is visible, and shortcuts of hidden widgets do nothing.
     connect(new QShortcut(QKeySequence::Find, page), &QShortcut::activated, search, &findbar::open);
+    auto *links = new linkwalk(view);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_L, page), &QShortcut::activated, links, [this, links] {
+        if (m_manner->showsLinks)
+            links->step();
+    });
 
     auto *line =
         new chatinput(page, [this, where, nicks = std::move(nicks)] { return words(where, nicks()); });
-    line->setAccessibleName(tr("Message to %1").arg(name));
+    line->setAccessibleName(tr("Message to %1").arg(shownName()));
     input = line;
+    input->installEventFilter(this);
     connect(input, &QLineEdit::returnPressed, this, &irctab::userInput);
     connect(line, &chatinput::pageWanted, view, &ircview::scrollPage);
     connect(search, &findbar::closed, input, qOverload<>(&QWidget::setFocus));
+    connect(links, &linkwalk::left, input, qOverload<>(&QWidget::setFocus));
     page->layout()->addWidget(input);
     if (opened == opening::front)
         input->setFocus();
@@ -100,18 +112,48 @@ QStringList irctab::words(usercommands::place where, QStringList nicks) const
         if (place >= 0)
             nicks.move(place, 0);
     }
-    for (const QString &label : mainWindow->tabBar->labels()) {
-        if (rules->isChannel(label))
-            nicks.append(label);
+    // The labels are only what the names look like.
+    for (const QString &tab : mainWindow->tabBar->names()) {
+        if (rules->isChannel(tab))
+            nicks.append(tab);
     }
-    return nicks + usercommands::wordsIn(where, manner->moreCommands);
+    return nicks + usercommands::wordsIn(where, m_manner->moreCommands);
 }
 
-void irctab::follow(const isupport &serverRules, const manners &sessionManner)
+void irctab::follow(const isupport &serverRules, const manners &sessionManner, const ircuser & /*we*/)
 {
     rules = &serverRules;
-    manner = &sessionManner;
-    view->manner = manner;
+    m_manner = &sessionManner;
+    view->manner = m_manner;
+    mainWindow->tabBar->setLabel(tabId, shownName());
+    view->setAccessibleName(tr("Conversation with %1").arg(shownName()));
+    input->setAccessibleName(tr("Message to %1").arg(shownName()));
+}
+
+QString irctab::shownName() const
+{
+    return m_manner->plainFields ? unformatted(name.left(maxShown)) : name;
+}
+
+void irctab::setState(const QString &text)
+{
+    state = unformatted(text.left(maxShown));
+    input->setAccessibleDescription(state);
+    showState();
+}
+
+// The line would cut its end, and both ends say what matters.
+void irctab::showState()
+{
+    const int room = input->contentsRect().width() - 2 * input->fontMetrics().averageCharWidth();
+    input->setPlaceholderText(input->fontMetrics().elidedText(state, Qt::ElideMiddle, room));
+}
+
+bool irctab::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == input && (event->type() == QEvent::Resize || event->type() == QEvent::FontChange))
+        showState();
+    return QWidget::eventFilter(watched, event);
 }
 
 bool irctab::isInFront() const
@@ -123,6 +165,8 @@ void irctab::happened(const struct event &what)
 {
     if (what.old)
         view->stampNext(QDateTime::fromMSecsSinceEpoch(what.when));
+    if (what.forUs && what.isTalk())
+        view->markNext();
     if (what.ours || what.old)
         return;
     mainWindow->tabBar->addActivity(tabId, activityOf(what));
@@ -133,6 +177,11 @@ void irctab::happened(const struct event &what)
     speakers.append(nick);
     if (speakers.size() > maxSpeakers)
         speakers.removeFirst();
+}
+
+void irctab::showPast(const QList<pastline> &past)
+{
+    view->showPast(past);
 }
 
 void irctab::notice(const QString &nick, const QString &text)

@@ -14,6 +14,7 @@ class ircuser;
 class ircview;
 class isupport;
 struct manners;
+struct pastline;
 class tabwindow;
 
 /// A chat tab: an entry in the window's tab bar and a page in its stack, with a view above an input line.
@@ -31,14 +32,21 @@ public:
     ~irctab() override;
 
     QString tabName() const { return name; }
+    /// The name as it is shown: in a session by address it cannot leave its place, whoever chose it.
+    QString shownName() const;
     bool isInFront() const;
-    /// From now on, goes by these rules of a server and these manners of a session; both must outlive the tab.
-    void follow(const isupport &serverRules, const manners &sessionManner);
+    /// From now on, goes by these rules of a server and these manners of a session, and `we` are the user; all must outlive
+    /// the tab.
+    virtual void follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we);
+    /// Says in the empty input line why nothing can be sent now; an empty `text` says nothing.
+    void setState(const QString &text);
     /// What was typed cannot be sent: says why, and keeps it in the input line, if this comes from gotUserInput().
     void refuseInput(const QString &why);
     /// Takes note of what is shown here next: the tab is marked with it, unless it is ours or old, Tab completes the last to
-    /// speak first, and the line shows when it was said if that is long ago.
+    /// speak first, talk for us has a tint, and the line shows when it was said if that is long ago.
     void happened(const struct event &what);
+    /// Shows lines of an earlier conversation, which are no news. Call this before anything else is shown here.
+    void showPast(const QList<pastline> &past);
 
     tabwindow *mainWindow;
     QWidget *page;
@@ -77,14 +85,19 @@ protected:
     /// nicks that `nicks` returns, and the commands that work in a tab for `where`.
     void addInput(usercommands::place where, std::function<QStringList()> nicks);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    /// Shows as much of the state as fits into the input line.
+    void showState();
     /// What the Tab key can complete.
     QStringList words(usercommands::place where, QStringList nicks) const;
 
     QString name;
-    const manners *manner;
+    const manners *m_manner;
     opening opened;
     bool inputRefused = false;
+    QString state;
     /// The nicks that spoke here, the latest one last.
     QStringList speakers;
 };

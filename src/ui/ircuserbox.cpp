@@ -3,9 +3,11 @@
 
 #include "ircchannel.h"
 #include "isupport.h"
+#include "manners.h"
 #include "memberrow.h"
 #include "rostermodel.h"
 
+#include <QContextMenuEvent>
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QScroller>
@@ -13,7 +15,22 @@
 #include <algorithm>
 #include <utility>
 
-ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermodel(this))
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A finger that stays down so much longer than a long press takes opens the menu.
+constexpr auto longerPress = 500ms;
+
+QString nickAt(const QModelIndex &row)
+{
+    return row.data(rostermodel::NickRole).toString();
+}
+
+} // namespace
+
+ircuserbox::ircuserbox(QWidget *parent)
+    : QListView(parent), rows(new rostermodel(this)), rules(&isupport::classic()), manner(&manners::classic())
 {
     setModel(rows);
     setItemDelegate(new memberrow(this));
@@ -23,6 +40,20 @@ ircuserbox::ircuserbox(QWidget *parent) : QListView(parent), rows(new rostermode
     setVerticalScrollMode(ScrollPerPixel);
     viewport()->grabGesture(Qt::TapAndHoldGesture);
     QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+    connect(this, &QListView::doubleClicked, this,
+            [this](const QModelIndex &row) { Q_EMIT asked(memberaction::query, nickAt(row)); });
+    holding.setSingleShot(true);
+    holding.setInterval(longerPress);
+    connect(&holding, &QTimer::timeout, this,
+            [this] { showMenu(indexAt(heldAt), viewport()->mapToGlobal(heldAt)); });
+}
+
+void ircuserbox::follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we)
+{
+    rules = &serverRules;
+    manner = &sessionManner;
+    us = &we;
+    rows->follow(sessionManner);
 }
 
 void ircuserbox::keyPressEvent(QKeyEvent *event)
@@ -36,16 +67,62 @@ void ircuserbox::keyPressEvent(QKeyEvent *event)
 
 bool ircuserbox::viewportEvent(QEvent *event)
 {
-    if (event->type() == QEvent::Gesture) {
-        const QGesture *hold = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture);
-        if (hold != nullptr && hold->state() == Qt::GestureFinished) {
-            const QModelIndex held = indexAt(viewport()->mapFromGlobal(hold->hotSpot().toPoint()));
-            if (held.isValid())
-                Q_EMIT doubleClicked(held);
+    switch (event->type()) {
+    case QEvent::Gesture:
+        if (const QGesture *held = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture)) {
+            if (held->state() == Qt::GestureFinished)
+                hold(viewport()->mapFromGlobal(held->hotSpot().toPoint()));
             return true;
         }
+        break;
+    case QEvent::TouchEnd:
+    case QEvent::MouseButtonRelease:
+        if (holding.isActive()) {
+            holding.stop();
+            Q_EMIT doubleClicked(indexAt(heldAt));
+        }
+        break;
+    case QEvent::TouchCancel:
+    case QEvent::Scroll:
+        holding.stop();
+        break;
+    default:
+        break;
     }
     return QListView::viewportEvent(event);
+}
+
+void ircuserbox::hold(const QPoint &point)
+{
+    heldAt = point;
+    if (indexAt(point).isValid())
+        holding.start();
+}
+
+void ircuserbox::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        showMenu(currentIndex(), viewport()->mapToGlobal(visualRect(currentIndex()).center()));
+    else
+        showMenu(indexAt(event->pos()), event->globalPos());
+}
+
+void ircuserbox::showMenu(const QModelIndex &row, const QPoint &at)
+{
+    if (!row.isValid())
+        return;
+    const ircuserlist &roster = rows->roster();
+    const ircchanneluser &member = roster.at(row.row());
+    const qsizetype we = us == nullptr ? -1 : roster.find(us->nick(), rules->caseOfNames());
+    auto *menu = new membermenu(member,
+                                {.moreCommands = manner->moreCommands,
+                                 .weAreOperator = we >= 0 && roster.at(we).isOp(),
+                                 .ourselves = us != nullptr && rules->same(us->nick(), member.nick())},
+                                this);
+    // The member may leave, or get another nick, while the menu is open.
+    connect(menu, &membermenu::chosen, this,
+            [this, nick = member.nick()](memberaction what) { Q_EMIT asked(what, nick); });
+    menu->popup(at);
 }
 
 void ircuserbox::fill(const ircchannel *channel)
@@ -60,7 +137,7 @@ void ircuserbox::takePending()
     if (pending == nullptr)
         return;
     const ircchannel &channel = *std::exchange(pending, nullptr);
-    const QString current = currentIndex().data(rostermodel::NickRole).toString();
+    const QString current = nickAt(currentIndex());
     const int before = currentIndex().row();
     rows->setMembers(*channel.roster());
     if (before < 0)

@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "membermenu.h"
+
 #include <QListView>
+#include <QTimer>
 
 class ircchannel;
+class ircuser;
+class isupport;
 class rostermodel;
+struct manners;
 
 /// The member list of a channel tab: one row for each member, with a coloured ball in front of those with a
-/// rank.
+/// rank. Letters that are typed go to the nick that begins with them.
 ///
-/// Return and a finger's long press count as a double click.
+/// A double click, Return and a finger's long press ask for a query. The right button, the menu key and a finger that is held
+/// even longer open the member's menu.
 class ircuserbox : public QListView
 {
     Q_OBJECT
@@ -17,6 +24,9 @@ class ircuserbox : public QListView
 public:
     explicit ircuserbox(QWidget *parent);
 
+    /// From now on, goes by these rules of a server and these manners of a session, and `we` are the user; all must
+    /// outlive the list.
+    void follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we);
     /// Shows a copy of the roster of `channel`. It is taken when control is back in the event loop, so that
     /// many calls cost one copy. Code that changes the roster and does not call this must call takePending()
     /// first. The current row stays with its member or, if the member has left, where it was.
@@ -24,11 +34,26 @@ public:
     /// Copies the roster now if a copy is pending.
     void takePending();
 
+Q_SIGNALS:
+    /// The user asks for this, for the member with this nick.
+    void asked(memberaction what, const QString &nick);
+
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool viewportEvent(QEvent *event) override;
 
 private:
+    void hold(const QPoint &point);
+    /// Opens the menu of the member at a row; `at` is on the screen.
+    void showMenu(const QModelIndex &row, const QPoint &at);
+
     const ircchannel *pending = nullptr;
     rostermodel *rows;
+    const isupport *rules;
+    const manners *manner;
+    const ircuser *us = nullptr;
+    /// Runs while a finger that has made a long press is still down, at this point.
+    QTimer holding{this};
+    QPoint heldAt;
 };

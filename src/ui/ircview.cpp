@@ -50,6 +50,13 @@ QString ircview::name(const QString &nick) const
     return manner->plainFields ? moderntext::name(nick) : nick;
 }
 
+QString ircview::speaker(const QString &nick) const
+{
+    // Tags around a nick that is read as markup could change what is shown of it.
+    const bool safe = manner->plainFields || !(nick.contains(u'<') || nick.contains(u'&'));
+    return mark == linestore::forUs && safe ? u"<b>" + name(nick) + u"</b>" : name(nick);
+}
+
 QString ircview::said(const QString &text) const
 {
     return manner->plainFields ? moderntext::said(text) : ircToHtml(text);
@@ -70,25 +77,43 @@ void ircview::stampNext(const QDateTime &time)
 void ircview::showLine(const QString &line)
 {
     setKeepsPlace(manner->keepsPlace);
+    setShowsLinks(manner->showsLinks);
+    const linestore::mark what = std::exchange(mark, linestore::unmarked);
     if (stamp.isEmpty())
-        addLine(line);
+        addLine(line, QDateTime::currentSecsSinceEpoch(), what);
     else
-        addLine(std::exchange(stamp, {}) + line, stampedAt);
+        addLine(std::exchange(stamp, {}) + line, stampedAt, what);
+}
+
+void ircview::showPast(const QList<pastline> &past)
+{
+    setShowsLinks(manner->showsLinks);
+    QList<pastline> dated;
+    QDate day;
+    for (const pastline &line : past) {
+        const QDateTime time = QDateTime::fromSecsSinceEpoch(line.time);
+        if (time.date() != day) {
+            day = time.date();
+            dated.append({line.time, day.toString(Qt::ISODate)});
+        }
+        dated.append({line.time, time.toString(u"[HH:mm] "_s) + moderntext::name(line.text)});
+    }
+    addPast(dated);
 }
 
 void ircview::privmsg(const QString &nick, const QString &text)
 {
-    showLine(u"&lt;" + coloured("#0000ff"_L1, name(nick)) + u"&gt; " + said(text));
+    showLine(u"&lt;" + coloured("#0000ff"_L1, speaker(nick)) + u"&gt; " + said(text));
 }
 
 void ircview::action(const QString &nick, const QString &text)
 {
-    showLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + name(nick) + u' ' + said(text));
+    showLine(coloured("#0000ff"_L1, u"*"_s) + u' ' + speaker(nick) + u' ' + said(text));
 }
 
 void ircview::notice(const QString &nick, const QString &text)
 {
-    showLine(u'-' + coloured("#880088"_L1, name(nick)) + u"- " + said(text));
+    showLine(u'-' + coloured("#880088"_L1, speaker(nick)) + u"- " + said(text));
 }
 
 void ircview::message(const QString &text)

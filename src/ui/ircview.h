@@ -19,6 +19,10 @@ public:
     const manners *manner;
     /// The next line was said long ago, at this time: it shows that.
     void stampNext(const QDateTime &time);
+    /// The next line is talk for the user: it has a tint, and its nick is bold.
+    void markNext() { mark = linestore::forUs; }
+    /// Shows lines of an earlier conversation, as plain text: each with its time, under its date.
+    void showPast(const QList<pastline> &past);
 
     // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
     void privmsg(const QString &nick, const QString &text);
@@ -40,7 +44,8 @@ public:
 
 private:
     void showLine(const QString &line);
-    // A field as markup: a nick, what somebody said, any other text of the server's.
+    // A field as markup: the nick of who says something, any nick, what somebody said, any other text of the server's.
+    QString speaker(const QString &nick) const;
     QString name(const QString &nick) const;
     QString said(const QString &text) const;
     QString field(const QString &text) const;
@@ -48,4 +53,5 @@ private:
     /// What the next line begins with, if it was said long ago, and when that was, in seconds since 1970.
     QString stamp;
     qint64 stampedAt = 0;
+    linestore::mark mark = linestore::unmarked;
 };

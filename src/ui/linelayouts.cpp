@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "linelayouts.h"
 
+#include "readable.h"
 #include "spanlook.h"
+#include "weblink.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -30,7 +33,7 @@ const QTextLayout &linelayouts::of(qint64 line)
     if (const auto found = made.find(line); found != made.end())
         return found->second;
     QTextLayout &layout = made.try_emplace(line, lines.text(line), format.font).first->second;
-    layout.setFormats(formatsOf(line));
+    layout.setFormats(formatsOf(line, layout.text()));
     // The glyphs are needed again to paint them.
     layout.setCacheEnabled(true);
     layOut(layout, lines.has(line, linestore::newDay) ? format.daySpace : 0);
@@ -72,11 +75,26 @@ void linelayouts::layOut(QTextLayout &layout, int top) const
     layout.endLayout();
 }
 
-QList<QTextLayout::FormatRange> linelayouts::formatsOf(qint64 line) const
+QList<QTextLayout::FormatRange> linelayouts::formatsOf(qint64 line, const QString &text) const
 {
     QList<QTextLayout::FormatRange> formats;
     const QColor &background = lines.has(line, linestore::forUs) ? format.tint : format.background;
-    for (const richspan &span : lines.spans(line))
+    const std::vector<richspan> spans = lines.spans(line);
+    for (const richspan &span : spans)
         formats.append({span.start, span.length, spanlook(span, format.text, background)});
+    if (!format.link.isValid())
+        return formats;
+    for (const weblinkrange &link : weblinks(text)) {
+        // Colours that were chosen for it stay: one of ours may be unreadable on them.
+        const bool coloured = std::any_of(spans.begin(), spans.end(), [&link](const richspan &span) {
+            return (span.colour != 0 || span.background != 0 || (span.styles & richspan::reverse) != 0) &&
+                   span.start < link.start + link.length && link.start < span.start + span.length;
+        });
+        QTextCharFormat look;
+        look.setFontUnderline(true);
+        if (!coloured)
+            look.setForeground(readable(format.link, background));
+        formats.append({static_cast<int>(link.start), static_cast<int>(link.length), look});
+    }
     return formats;
 }

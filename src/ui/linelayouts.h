@@ -17,6 +17,8 @@ struct logformat
     /// Behind the text, on which it must be readable: behind most lines, and behind those for us.
     QColor background = Qt::white;
     QColor tint = Qt::white;
+    /// What web addresses look like; invalid where they look like any text.
+    QColor link;
     /// Where rows begin, and how wide they are, in pixels.
     int left = 0;
     int width = 1;
@@ -42,7 +44,7 @@ public:
 
 private:
     void layOut(QTextLayout &layout, int top) const;
-    QList<QTextLayout::FormatRange> formatsOf(qint64 line) const;
+    QList<QTextLayout::FormatRange> formatsOf(qint64 line, const QString &text) const;
 
     const linestore &lines;
     std::map<qint64, QTextLayout> made;

@@ -60,7 +60,8 @@ void linestore::append(QStringView text, const std::vector<richspan> &spans, qin
     h.length = static_cast<int>(text.size());
     h.time = static_cast<quint32>(std::clamp<qint64>(time, 0, std::numeric_limits<quint32>::max()));
     h.spans = static_cast<quint16>(spans.size());
-    h.marks = static_cast<quint8>(marks | (isNewDay(h.time) ? newDay : unmarked));
+    const bool another = isNewDay(h.time) && (marks & past) == 0;
+    h.marks = static_cast<quint8>(marks | (another ? newDay : unmarked));
     h.wide = !isLatin1(text);
     p.starts.push_back(static_cast<quint32>(p.bytes.size()));
     put(p.bytes, &h, 1);

@@ -36,10 +36,12 @@ public:
     /// Bits of what a line is besides its text.
     enum mark : quint8 {
         unmarked = 0,
-        /// Set by append(): the line before it was said on another day.
+        /// Set by append(): the line before it was said on another day, and it does not say so itself.
         newDay = 1,
         /// Said to the user: it has a tint.
-        forUs = 2
+        forUs = 2,
+        /// Of an earlier conversation: it is grey, and says itself when it was said.
+        past = 4
     };
 
     /// The lines of a page lie together in memory. A page begins at every multiple of this number.

@@ -20,6 +20,8 @@ public:
     /// Call these when the left button or a finger goes down and up; press() before anything may scroll.
     void press(const QPoint &point);
     void release(const QPoint &point);
+    /// What was pressed is not opened.
+    void cancel() { pressed.clear(); }
 
     /// The cursor for a pointer that rests at `point`.
     Qt::CursorShape cursorAt(const QPoint &point) const;

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
+#include <QGestureEvent>
 #include <QMenu>
 #include <QMouseEvent>
 
@@ -25,6 +27,7 @@ loghands::loghands(logview *log)
       fingers(log)
 {
     view->viewport()->setMouseTracking(true);
+    view->viewport()->grabGesture(Qt::TapAndHoldGesture);
     view->viewport()->installEventFilter(this);
 }
 
@@ -40,7 +43,9 @@ bool loghands::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonRelease:
         return release(*static_cast<QMouseEvent *>(event));
     case QEvent::ContextMenu:
-        return showMenu(*static_cast<QContextMenuEvent *>(event));
+        return showMenu(static_cast<QContextMenuEvent *>(event)->pos());
+    case QEvent::Gesture:
+        return hold(*static_cast<QGestureEvent *>(event));
     case QEvent::Wheel:
         // With Ctrl it changes the size of the text elsewhere, which is the same in all views here.
         if (!static_cast<QWheelEvent *>(event)->modifiers().testFlag(Qt::ControlModifier))
@@ -59,7 +64,8 @@ bool loghands::press(const QMouseEvent &event)
         return false;
     pointer = event.position().toPoint();
     links.press(pointer);
-    if (fingerscroll::isFinger(event))
+    finger = fingerscroll::isFinger(event);
+    if (finger)
         return true;
     // Nothing is ever dragged from here. That runs an event loop of its own, in which the server may close this
     // tab; and what is selected has been copied.
@@ -120,16 +126,34 @@ bool loghands::release(const QMouseEvent &event)
     return true;
 }
 
+bool loghands::hold(QGestureEvent &event)
+{
+    const QGesture *held = event.gesture(Qt::TapAndHoldGesture);
+    if (held == nullptr || held->state() != Qt::GestureFinished || !finger || !view->showsLinks())
+        return false;
+    const QPoint point = view->viewport()->mapFromGlobal(held->hotSpot().toPoint());
+    if (!view->addressAt(point).isValid())
+        return false;
+    links.cancel();
+    return showMenu(point);
+}
+
 // No menu may run an event loop of its own, in which the server may close this tab.
-bool loghands::showMenu(const QContextMenuEvent &event)
+bool loghands::showMenu(const QPoint &point)
 {
     auto *menu = new QMenu(view);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    const QUrl address = view->addressAt(point);
+    const auto copyAddress = [text = address.toString()] { QApplication::clipboard()->setText(text); };
+    if (address.isValid() && view->showsLinks()) {
+        menu->addAction(tr("&Open"), view, [address] { QDesktopServices::openUrl(address); });
+        menu->addAction(tr("Copy &address"), view, copyAddress);
+        menu->addSeparator();
+    }
     menu->addAction(tr("&Copy"), view, &logview::copy)->setEnabled(!view->selection().isEmpty());
-    const QString address = view->addressAt(event.pos()).toString();
-    if (!address.isEmpty())
-        menu->addAction(tr("Copy &Link"), view, [address] { QApplication::clipboard()->setText(address); });
+    if (address.isValid() && !view->showsLinks())
+        menu->addAction(tr("Copy &Link"), view, copyAddress);
     menu->addAction(tr("Select &All"), view, &logview::selectAll);
-    menu->popup(event.globalPos());
+    menu->popup(view->viewport()->mapToGlobal(point));
     return true;
 }

@@ -8,14 +8,15 @@
 #include <QElapsedTimer>
 #include <QObject>
 
-class QContextMenuEvent;
+class QGestureEvent;
 class QMouseEvent;
 class logview;
 
 /// What mouse and fingers do in a log.
 ///
 /// Dragging selects and copies, beyond an edge with scrolling; a second click selects words and a third one lines,
-/// and Shift extends. A click on a web address opens it. A finger scrolls, and taps.
+/// and Shift extends. A click on a web address opens it. A finger scrolls, and taps; a long press on an address opens its
+/// menu, where addresses look like links.
 class loghands : public QObject
 {
     Q_OBJECT
@@ -34,7 +35,8 @@ private:
     bool doubleClick(const QMouseEvent &event);
     bool move(const QMouseEvent &event);
     bool release(const QMouseEvent &event);
-    bool showMenu(const QContextMenuEvent &event);
+    bool hold(QGestureEvent &event);
+    bool showMenu(const QPoint &point);
 
     logview *view;
     linkclick links;
@@ -42,6 +44,7 @@ private:
     QElapsedTimer sinceDoubleClick;
     QPoint doubleClicked;
     QPoint pointer;
+    bool finger = false;
     /// Scrolls while the pointer is beyond an edge.
     QBasicTimer edge;
 };

@@ -1,33 +1,45 @@
 // SPDX-License-Identifier: MIT
 #include "logpainter.h"
 
+#include "readable.h"
+
 #include <QFontMetrics>
 #include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
-#include <cstdlib>
+#include <utility>
 
 namespace {
 
 constexpr int margin = visiblelines::margin;
 
-/// A little of `colour` in `base`.
-QColor mixed(const QColor &base, const QColor &colour)
+/// A tint differs at least so much from what is behind other lines, and text on it is at least so readable (WCAG 2.1, 1.4.3).
+constexpr double visibleTint = 1.15;
+constexpr double readableText = 4.5;
+
+/// So many hundredths of `colour` in `base`.
+QColor mixed(const QColor &base, const QColor &colour, int part)
 {
-    const auto mix = [](int from, int to) { return from + (to - from) * 15 / 100; };
+    const auto mix = [part](int from, int to) { return from + (to - from) * part / 100; };
     return {mix(base.red(), colour.red()), mix(base.green(), colour.green()),
             mix(base.blue(), colour.blue())};
 }
 
+/// What is behind the lines for us: the highlight's colour, or the text's where a palette highlights with a colour that is
+/// nearly the background.
 QColor tintOf(const QPalette &palette)
 {
     const QColor base = palette.color(QPalette::Active, QPalette::Base);
-    const QColor tint = mixed(base, palette.color(QPalette::Active, QPalette::Highlight));
-    // A palette may highlight with a colour that is nearly the background. Text always differs from that.
-    const int difference = std::abs(tint.red() - base.red()) + std::abs(tint.green() - base.green()) +
-                           std::abs(tint.blue() - base.blue());
-    return difference < 20 ? mixed(base, palette.color(QPalette::Active, QPalette::Text)) : tint;
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor highlight = palette.color(QPalette::Active, QPalette::Highlight);
+    for (const auto &[colour, part] :
+         {std::pair(highlight, 15), {highlight, 30}, {text, 10}, {text, 15}, {highlight, 10}}) {
+        const QColor tint = mixed(base, colour, part);
+        if (contrast(tint, base) >= visibleTint && contrast(text, tint) >= readableText)
+            return tint;
+    }
+    return mixed(base, text, 10);
 }
 
 } // namespace
@@ -41,6 +53,7 @@ logformat logpainter::format(const QFont &font, const QPalette &palette, int wid
     format.text = palette.text().color();
     format.background = palette.base().color();
     format.tint = tint;
+    format.link = links ? palette.link().color() : QColor();
     format.left = margin + (times ? column.width() : 0);
     format.width = std::max(1, width - format.left - margin);
     format.daySpace = times ? QFontMetrics(font).lineSpacing() : 0;
@@ -65,9 +78,10 @@ void logpainter::paintLine(QPainter &painter, qint64 line, const QRect &area, co
 {
     const QTextLayout &layout = seen.layoutOf(line);
     const QTextLine row = layout.lineAt(0);
+    const bool past = lines.has(line, linestore::past);
     if (lines.has(line, linestore::forUs))
         painter.fillRect(area.adjusted(0, qRound(row.y()), 0, 0), tint);
-    if (times) {
+    if (times && !past) {
         painter.setPen(palette.color(QPalette::PlaceholderText));
         const QDateTime time = lines.time(line);
         if (lines.has(line, linestore::newDay))
@@ -86,6 +100,6 @@ void logpainter::paintLine(QPainter &painter, qint64 line, const QRect &area, co
         look.setForeground(palette.highlightedText());
         selections.append({first, behind - first, look});
     }
-    painter.setPen(palette.color(QPalette::Text));
+    painter.setPen(palette.color(past ? QPalette::PlaceholderText : QPalette::Text));
     layout.draw(&painter, area.topLeft(), selections, clip);
 }

@@ -22,6 +22,9 @@ public:
     /// Whether the time of each line is shown beside it.
     void setTimes(bool on) { times = on; }
     bool showsTimes() const { return times; }
+    /// Whether web addresses look like links.
+    void setLinks(bool on) { links = on; }
+    bool showsLinks() const { return links; }
     /// Above this line is a thin line, if there is a line before it.
     void setUnread(qint64 line) { unread = line; }
     /// How lines are laid out with this font in a viewport of this width, in pixels.
@@ -39,5 +42,6 @@ private:
     timecolumn column;
     QColor tint;
     bool times = false;
+    bool links = false;
     qint64 unread = -1;
 };

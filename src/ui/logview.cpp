@@ -54,6 +54,24 @@ void logview::addLine(const QString &line, qint64 time, linestore::mark mark)
     frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
 }
 
+void logview::addPast(const QList<pastline> &past)
+{
+    const bool allShown = shown == store.end();
+    const bool allRead = unread == store.end();
+    for (const pastline &line : past) {
+        const richline rich(line.text);
+        store.append(rich.text(), rich.spans(), line.time, linestore::past);
+    }
+    drop();
+    if (allShown)
+        shown = store.end();
+    if (allRead)
+        ink.setUnread(unread = store.end());
+    viewport()->update();
+    if (isVisible())
+        stay();
+}
+
 bool logview::isSeen() const
 {
     const QWindow *screen = window()->windowHandle();
@@ -206,6 +224,14 @@ void logview::setTimes(bool on)
     relayout();
 }
 
+void logview::setShowsLinks(bool on)
+{
+    if (on == ink.showsLinks())
+        return;
+    ink.setLinks(on);
+    relayout();
+}
+
 // --- painting ---
 
 void logview::paintEvent(QPaintEvent *event)
@@ -277,6 +303,14 @@ QUrl logview::addressAt(const QPoint &point)
 {
     const std::optional<logplace> there = seen.characterAt(point);
     return there ? weblink(store.text(there->line), there->at) : QUrl();
+}
+
+std::pair<qint64, qint64> logview::linesInView()
+{
+    showNew();
+    if (store.isEmpty())
+        return {store.begin(), store.end()};
+    return {seen.top().line, seen.lineAt(viewport()->height()) + 1};
 }
 
 void logview::openSelected() const

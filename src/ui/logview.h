@@ -5,6 +5,7 @@
 #include "loghands.h"
 #include "logpainter.h"
 #include "logselection.h"
+#include "pastline.h"
 #include "visiblelines.h"
 
 #include <QAbstractScrollArea>
@@ -32,6 +33,9 @@ public:
     /// said at `time`, in seconds since 1970 (UTC). One that is marked as for us has a tint.
     void addLine(const QString &line, qint64 time = QDateTime::currentSecsSinceEpoch(),
                  linestore::mark mark = linestore::unmarked);
+    /// Appends lines of rich text of an earlier conversation. They are grey, and none of them is new. Call this before
+    /// the first addLine().
+    void addPast(const QList<pastline> &past);
     void scrollToBottom();
     /// The same, but where the reader's place is kept, it stays.
     void showNewest();
@@ -42,6 +46,9 @@ public:
     /// Whether the time of each line is shown beside it.
     void setTimes(bool on);
     bool showsTimes() const { return ink.showsTimes(); }
+    /// Whether web addresses look like links. Off by default.
+    void setShowsLinks(bool on);
+    bool showsLinks() const { return ink.showsLinks(); }
     /// So many lines are kept; 0 keeps all.
     void setScrollback(int count);
     /// Whether a reader who has scrolled up stays there when a line comes, with a button that leads back. Off by
@@ -71,6 +78,8 @@ public:
     QRect rectOf(logplace place) { return seen.rectOf(place); }
     /// The web address at a point of the viewport; invalid when there is none.
     QUrl addressAt(const QPoint &point);
+    /// The first line that is in view, and the one behind the last.
+    std::pair<qint64, qint64> linesInView();
     /// Scrolls as far as it takes to have a place in view.
     void reveal(logplace place);
 

@@ -12,6 +12,8 @@ struct preferences
     /// The size of the window when it does not fill the screen; invalid if it was never set.
     QSize windowSize;
     bool userListShown = true;
+    /// The width of the member list in a wide window, in pixels.
+    int userListWidth = minUserListWidth;
     /// Whether the views show the time of each line.
     bool times = false;
     /// So many lines a view keeps; 0 keeps all.
@@ -21,6 +23,10 @@ struct preferences
     static preferences load(const QString &config);
     /// False if the file cannot be written.
     bool save(const QString &config) const;
+
+    /// The member list is so wide in a small window, and never narrower.
+    static constexpr int minUserListWidth = 70;
+    static constexpr int maxUserListWidth = 2000;
 
     /// The font size `steps` points above `size`, within the minimum and the maximum.
     static int stepped(int size, int steps);

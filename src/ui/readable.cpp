@@ -19,13 +19,13 @@ double luminance(const QColor &colour)
            0.0722 * linear(colour.blueF());
 }
 
+} // namespace
+
 double contrast(const QColor &a, const QColor &b)
 {
     const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
 }
-
-} // namespace
 
 QColor readable(const QColor &colour, const QColor &background)
 {

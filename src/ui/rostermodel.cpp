@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rostermodel.h"
 
+#include "formatting.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -43,7 +45,7 @@ isupport::rank rankOf(const ircchanneluser &member)
 
 } // namespace
 
-rostermodel::rostermodel(QObject *parent) : QAbstractListModel(parent)
+rostermodel::rostermodel(QObject *parent) : QAbstractListModel(parent), manner(&manners::classic())
 {
     for (const look &shown : looks)
         balls.push_back(ball(shown.fill));
@@ -61,6 +63,12 @@ int rostermodel::rowCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : static_cast<int>(members.size());
 }
 
+QString rostermodel::shown(const ircchanneluser &member) const
+{
+    const QString nick = member.nick().left(maxShown);
+    return manner->plainFields ? unformatted(nick) : nick;
+}
+
 QVariant rostermodel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
@@ -68,7 +76,7 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     const ircchanneluser &member = members.at(index.row());
     const auto rank = static_cast<size_t>(rankOf(member));
     const auto inWords = [&] {
-        const QString nick = member.nick().left(maxShown);
+        const QString nick = shown(member);
         return rank == 0 ? nick : tr(looks[rank].words).arg(nick);
     };
     switch (role) {
@@ -77,7 +85,7 @@ QVariant rostermodel::data(const QModelIndex &index, int role) const
     case RankRole:
         return static_cast<int>(rank);
     case Qt::DisplayRole:
-        return member.nick().left(maxShown);
+        return shown(member);
     case Qt::DecorationRole:
         return rank == 0 ? QVariant() : balls.at(rank);
     case Qt::AccessibleTextRole:

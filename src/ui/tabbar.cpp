@@ -62,10 +62,18 @@ int tabbar::addTab(const QString &label)
     const int id = nextId++;
     // QTabBar makes the first tab the current one and emits its signal before the identifier is set.
     const QSignalBlocker silence(this);
-    const int index = QTabBar::addTab(withoutMnemonic(label.left(maxLabel)));
+    const int index = QTabBar::addTab({});
     setTabData(index, id);
-    showActivity(index);
+    nameOf.insert(id, label);
+    setLabel(id, label);
     return id;
+}
+
+void tabbar::setLabel(int id, const QString &label)
+{
+    const int index = indexOf(id);
+    setTabText(index, withoutMnemonic(label.left(maxLabel)));
+    showActivity(index);
 }
 
 void tabbar::setCurrentTab(int id)
@@ -86,6 +94,7 @@ void tabbar::removeTab(int id)
         QTabBar::removeTab(indexOf(id));
     }
     unread.remove(id);
+    nameOf.remove(id);
     emitSelected(currentIndex());
 }
 
@@ -117,6 +126,14 @@ QStringList tabbar::labels() const
     QStringList all;
     for (int i = 0; i < count(); ++i)
         all.append(label(i));
+    return all;
+}
+
+QStringList tabbar::names() const
+{
+    QStringList all;
+    for (int i = 0; i < count(); ++i)
+        all.append(nameOf.value(tabData(i).toInt()));
     return all;
 }
 

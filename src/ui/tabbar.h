@@ -22,6 +22,8 @@ public:
 
     /// Adds a tab with exactly this label and returns its identifier.
     int addTab(const QString &label);
+    /// What a tab is called from now on.
+    void setLabel(int id, const QString &label);
     void setCurrentTab(int id);
     /// The identifier of the tab in front, or -1.
     int currentTab() const;
@@ -30,8 +32,9 @@ public:
     /// Whether selected() is emitted only because another tab was removed. The tab in front is the same as
     /// before.
     bool frontStays() const { return m_frontStays; }
-    /// The labels, from left to right.
+    /// The labels, from left to right; and what the tabs were called when they were added.
     QStringList labels() const;
+    QStringList names() const;
     /// Marks a tab, unless it is in front or marked with something more urgent.
     void addActivity(int id, activity what);
 
@@ -63,6 +66,7 @@ private:
     QRect inSight() const;
 
     int nextId = 0;
+    QMap<int, QString> nameOf;
     bool m_frontStays = false;
     /// By identifier; tabs without activity are not in it.
     QMap<int, activity> unread;
