@@ -93,7 +93,7 @@ bool addresslink::gathers(const ircmessage &msg)
         Q_EMIT conn.split(whole);
         return true;
     }
-    return conn.link.batches.takes(msg);
+    return conn.link.batches.takes(msg, conn.supports);
 }
 
 bool addresslink::refuses(const ircmessage &msg)

@@ -452,7 +452,7 @@ void ircsession::parseSplit(const netbatch &people)
         channeltab *tab = findChannelTab(roster->channelName());
         if (tab == nullptr || tab->channel != roster.get())
             continue;
-        const QStringList joined = people.joined.value(roster->channelName().toLower());
+        const QStringList joined = people.joinedIn(roster->channelName(), conn.supports);
         const qsizetype count = people.left ? roster->removeAll(people.nicks) : roster->joinAll(joined);
         if (count == 0)
             continue;
