@@ -37,15 +37,17 @@ struct memory : linkmemory
     {
         return pins.value(certificatecheck::pinKey(host, port));
     }
-    void setPin(const QString &host, quint16 port, const QString &fingerprint) override
+    bool setPin(const QString &host, quint16 port, const QString &fingerprint) override
     {
         pins.insert(certificatecheck::pinKey(host, port), fingerprint);
+        return writable;
     }
     stspolicies policies() const override { return kept; }
     void setPolicies(const stspolicies &policies) override { kept = policies; }
 
     QMap<QString, QString> pins;
     stspolicies kept;
+    bool writable = true;
 };
 
 /// A connection, with all that it says and hears.
@@ -313,7 +315,9 @@ void tst_servers::trust()
     swap(u"selfexpired"_s);
     QVERIFY(ada.hears(u"^Not connected: the certificate has CHANGED .* If you know why: /trust$"_s));
     QVERIFY(!heardBy(*server).contains("CAP"));
+    ada.known.writable = false;
     QVERIFY(ada.conn.userCommand(u"/trust"_s, u"Server"_s));
+    QVERIFY(ada.hears(u"^The certificate is trusted until Parlo ends: the settings cannot be saved$"_s));
     QVERIFY(ada.hears(u"^Connected"_s));
     swap(u"good"_s);
     QVERIFY(ada.hears(u"^127.0.0.1 has a verified certificate now$"_s));

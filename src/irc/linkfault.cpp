@@ -49,8 +49,8 @@ constexpr faultrow rows[] = {
 
 } // namespace
 
-linkfault::linkfault(kind kindOfFault, const QString &host, quint16 port, const QString &detail)
-    : what(kindOfFault)
+linkfault::linkfault(kind kindOfFault, const QString &host, quint16 port, const QString &kindDetail)
+    : what(kindOfFault), detail(kindDetail)
 {
     for (const faultrow &row : rows) {
         if (row.what != what)
