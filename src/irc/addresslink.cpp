@@ -129,6 +129,19 @@ void addresslink::joinAll()
         conn.write(line);
 }
 
+void addresslink::typed(const QString &line)
+{
+    nick.typed(line);
+    if (line.startsWith("NAMES "_L1, Qt::CaseInsensitive))
+        conn.link.namesAsked += line.section(u' ', 1, 1, QString::SectionSkipEmpty).split(u',');
+}
+
+bool addresslink::takeNamesAsked(const QString &channel)
+{
+    const auto isIt = [&](const QString &asked) { return conn.supports.same(asked, channel); };
+    return conn.link.namesAsked.removeIf(isIt) > 0;
+}
+
 void addresslink::welcomed()
 {
     const registration &progress = conn.link.progress;

@@ -31,6 +31,11 @@ public:
     void joinAll();
     void welcomed();
 
+    /// The user sends `line`, whose answer may concern us.
+    void typed(const QString &line);
+    /// The members of `channel` have been listed: whether the user had asked for them.
+    bool takeNamesAsked(const QString &channel);
+
     ournick nick;
     joinkeys keys;
 

@@ -179,7 +179,8 @@ bool connection::send(const QString &line)
         Q_EMIT tooLong();
         return false;
     }
-    byAddress.nick.typed(line);
+    if (manner.negotiates)
+        byAddress.typed(line);
     return write(line);
 }
 
@@ -281,7 +282,10 @@ void connection::handleNames(ircmessage *msg)
 
 void connection::handleEndOfNames(ircmessage *msg)
 {
-    Q_EMIT rpl_endofnames(msg->param(1, false));
+    const QString channel = msg->param(1, false);
+    Q_EMIT rpl_endofnames(channel);
+    if (byAddress.takeNamesAsked(channel))
+        Q_EMIT namesListed(channel);
 }
 
 void connection::handleMode(ircmessage *msg)

@@ -141,6 +141,8 @@ Q_SIGNALS:
     void notSaid(const QString &target);
     /// A line to be done as if it were typed in the tab of the server.
     void perform(const QString &line);
+    /// The members of a channel were listed because the user has asked for them.
+    void namesListed(const QString &channel);
     /// Many people have left or come at once, since servers have parted or met.
     void split(const netbatch &people);
 

@@ -19,4 +19,6 @@ struct linkstate
     netbatches batches;
     /// Whether the channels were joined.
     bool joined = false;
+    /// The channels of which the user has asked for the members, while there is no answer.
+    QStringList namesAsked;
 };

@@ -8,6 +8,7 @@
 #include "ircmode.h"
 #include "ircuserbox.h"
 #include "mention.h"
+#include "nameslist.h"
 #include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
@@ -65,6 +66,10 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::tooLong, this, [this] { frontTab()->refuseInput(tooLong()); });
     connect(&conn, &connection::perform, this, &ircsession::performLine);
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
+    connect(&conn, &connection::namesListed, this, [this](const QString &channel) {
+        if (channeltab *tab = findChannelTab(channel))
+            tab->message(namesText(*tab->channel));
+    });
 }
 
 // When a tab is deleted, another one emits amTopTab(). The session must not receive that any more.
