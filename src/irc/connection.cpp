@@ -17,8 +17,6 @@ namespace {
 /// The maximum time for handling lines in one turn of the event loop: about 1,000 common ones. So the window
 /// still reacts when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot contain more letters. Every channel tab gets each of them.
-constexpr int maxModes = 512;
 /// In bytes: the maximum of unsent data while a server does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
 /// CR LF.
@@ -295,22 +293,11 @@ void connection::handleMode(ircmessage *msg)
     const QString where = u" on " + all.target() + u" by " + all.who()->nick();
     Q_EMIT debug(u"Got modes: " + all.modes() + u' ' + all.args() + where);
 
-    const bool onChannel = isChannel(all.target());
-    QChar sign = u'+';
-    int next = 0;
-    int letters = 0;
-    for (const QChar c : all.modes()) {
-        if (c == u'+' || c == u'-') {
-            sign = c;
-            continue;
-        }
-        if (++letters > maxModes)
-            break;
-        const bool takesArgument = onChannel && supports.takesArgument(sign, c);
-        const QString argument = takesArgument ? all.arg(next++) : QString();
-        ircmode one(all, sign, c, argument);
+    for (const modeletter &l : all.letters(supports)) {
+        ircmode one(all, l.sign, l.letter, l.argument);
         Q_EMIT mode(&one);
-        Q_EMIT debug(u"Got mode: +" + QString(c) + (takesArgument ? u' ' + argument : QString()) + where);
+        Q_EMIT debug(u"Got mode: +" + QString(l.letter) + (l.takesArgument ? u' ' + l.argument : QString()) +
+                     where);
     }
 }
 

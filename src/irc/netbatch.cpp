@@ -5,6 +5,8 @@
 #include "ircmode.h"
 #include "isupport.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -13,8 +15,6 @@ namespace {
 constexpr qsizetype maxOpen = 16;
 constexpr int maxPeople = 100'000;
 constexpr qsizetype maxBytes = 8'000'000;
-/// More than servers give in one line.
-constexpr qsizetype maxRanks = 64;
 
 QString placeOf(const QString &channel, const QString &nick, const isupport &rules)
 {
@@ -76,18 +76,19 @@ bool netbatches::takesJoin(openbatch *batch, const ircmessage &message, const is
 bool netbatches::takesRanks(openbatch *batch, const ircmessage &message, const isupport &rules)
 {
     const ircmode all(message);
-    const QString letters = all.modes().mid(1);
-    if (!all.modes().startsWith(u'+') || letters.isEmpty() || letters.size() > maxRanks)
+    const QList<modeletter> letters = all.letters(rules);
+    const auto place = [&](const modeletter &l) {
+        return batch->places.value(placeOf(all.target(), l.argument, rules), -1);
+    };
+    const auto isRank = [&](const modeletter &l) {
+        return l.sign == u'+' && !rules.prefixOfMode(l.letter).isNull() && place(l) >= 0;
+    };
+    if (letters.isEmpty() || !std::all_of(letters.begin(), letters.end(), isRank))
         return false;
-    for (int i = 0; i < letters.size(); ++i) {
-        if (rules.prefixOfMode(letters[i]).isNull() ||
-            !batch->places.contains(placeOf(all.target(), all.arg(i), rules)))
-            return false;
-    }
     QStringList &joined = batch->whole.joined[folded(all.target(), rules.caseOfNames())];
-    for (int i = 0; i < letters.size(); ++i) {
-        const QChar sign = rules.prefixOfMode(letters[i]);
-        QString &person = joined[batch->places.value(placeOf(all.target(), all.arg(i), rules))];
+    for (const modeletter &l : letters) {
+        const QChar sign = rules.prefixOfMode(l.letter);
+        QString &person = joined[place(l)];
         if (!person.section(u'!', 0, 0).contains(sign))
             person.prepend(sign);
     }
@@ -103,7 +104,7 @@ void netbatches::count(const ircmessage &message)
 {
     const ircuser &who = *message.prefix();
     ++people;
-    bytes += who.nick().size() + who.user().size() + who.host().size();
+    bytes += who.nick().size() + who.user().size() + who.host().size() + message.param(0, true).size();
 }
 
 bool netbatches::ends(const ircmessage &message, netbatch *whole)
