@@ -38,7 +38,7 @@ struct linkfault
     };
 
     linkfault() = default;
-    explicit linkfault(kind what, const QString &host = {}, quint16 port = 0, const QString &detail = {});
+    explicit linkfault(kind what, const QString &host = {}, quint16 port = 0, QString detail = {});
 
     /// Whether the user may decide to trust the certificate all the same.
     bool mayBeTrusted() const { return what == kind::pinChanged || what == kind::untrusted; }
