@@ -312,6 +312,7 @@ void tst_servers::certificates()
     QVERIFY(!heardBy(*server).contains("CAP") && !ada.conn.loggedIn);
     // What is refused is not tried again; what is not there yet is.
     QCOMPARE(ada.texts.join(u' ').contains(u"Next try"), said.contains(u" TLS"));
+    QCOMPARE(ada.conn.keeper.trust(), said.contains(u"/trust"));
 }
 
 void tst_servers::trust()
