@@ -6,10 +6,13 @@
 #include "capnegotiation.h"
 #include "casemapping.h"
 #include "certificatecheck.h"
+#include "connection.h"
 #include "ircaddress.h"
 #include "ircmessage.h"
 #include "isupport.h"
+#include "joinkeys.h"
 #include "linecodec.h"
+#include "linkstore.h"
 #include "moderntext.h"
 #include "nickchoice.h"
 #include "retryclock.h"
@@ -19,6 +22,8 @@
 #include "stspolicy.h"
 #include "textsplitter.h"
 
+#include <QSignalSpy>
+#include <QSslSocket>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -118,6 +123,19 @@ QString caps(const QString &text)
     return (answers << outcomes[static_cast<int>(negotiation.result())]).join(u" / "_s);
 }
 
+/// What is typed behind /join, "/" between the lines, and the channels to join later.
+QString joins(const QString &text)
+{
+    QStringList lines = text.split(u" / "_s);
+    const QStringList channels = lines.takeLast().split(u' ');
+    joinkeys keys;
+    for (QString &typed : lines)
+        typed = keys.join(typed, isupport::classic());
+    for (const QString &line : keys.join(channels, isupport::classic()))
+        lines.append(QString::number(line.size()) + u' ' + line);
+    return lines.join(u" / "_s);
+}
+
 /// What is kept after an offer on a link to port 6697 at second 1000.
 QString sts(const QString &text)
 {
@@ -138,7 +156,7 @@ QString certificate(const QString &text)
     for (const QString &number : std::as_const(words))
         errors.append(QSslError(static_cast<QSslError::SslError>(number.toInt())));
     const certificatecheck check(errors, fingerprint, pin == u'-' ? QString() : pin);
-    return check.fault().text + (check.mayBeTrusted() ? u" (may be)"_s : QString()) +
+    return check.fault().text + (check.fault().mayBeTrusted() ? u" (may be)"_s : QString()) +
            (check.isAccepted() ? u"taken"_s : QString()) +
            (check.replacesPin() ? u", for the pin"_s : QString());
 }
@@ -209,6 +227,7 @@ constexpr piece pieces[] = {
     {"fold"_L1, fold},
     {"nicks"_L1, nicks},
     {"caps"_L1, caps},
+    {"joins"_L1, joins},
     {"sts"_L1, sts},
     {"rules"_L1, rules},
     {"said"_L1, said},
@@ -223,6 +242,7 @@ class tst_modern : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void withoutTls();
     void rows_data() { addRows("today"); }
     void rows();
     void longCredentials();
@@ -230,6 +250,7 @@ private Q_SLOTS:
     void policies();
     void retries();
     void pace();
+    void unwritable();
 };
 
 void tst_modern::rows()
@@ -318,6 +339,27 @@ void tst_modern::pace()
     }
     QCOMPARE(pace.wait(8000), 0);
     QCOMPARE(pace.wait(1000), 3570);
+}
+
+void tst_modern::unwritable()
+{
+    qputenv("XDG_CONFIG_HOME", "/dev/null");
+    linkstore store;
+    QVERIFY(!store.setPin(u"h"_s, 1, u"AA"_s));
+    QCOMPARE(store.pin(u"h"_s, 1) + linkstore().pin(u"h"_s, 1), u"AA"_s);
+    store.setPolicies(stspolicies({{u"h"_s, u"7000 5 1005"_s}}));
+    QCOMPARE(store.policies().portFor(u"h"_s, 1000), 7000);
+}
+
+// The first one: a program keeps the TLS that it has begun with.
+void tst_modern::withoutTls()
+{
+    QVERIFY(QSslSocket::setActiveBackend(u"cert-only"_s));
+    connection conn;
+    QSignalSpy said(&conn, &connection::status);
+    conn.connectToServer(u"ircs://127.0.0.1"_s, 0, u"ada"_s, {}, {});
+    QCOMPARE(said.value(1).value(0).toString(), u"This Qt has no TLS"_s);
+    QCOMPARE(said.size(), 2);
 }
 
 QTEST_GUILESS_MAIN(tst_modern)

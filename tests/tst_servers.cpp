@@ -37,15 +37,17 @@ struct memory : linkmemory
     {
         return pins.value(certificatecheck::pinKey(host, port));
     }
-    void setPin(const QString &host, quint16 port, const QString &fingerprint) override
+    bool setPin(const QString &host, quint16 port, const QString &fingerprint) override
     {
         pins.insert(certificatecheck::pinKey(host, port), fingerprint);
+        return writable;
     }
     stspolicies policies() const override { return kept; }
     void setPolicies(const stspolicies &policies) override { kept = policies; }
 
     QMap<QString, QString> pins;
     stspolicies kept;
+    bool writable = true;
 };
 
 /// A connection, with all that it says and hears.
@@ -116,7 +118,8 @@ private:
     /// until it listens at `port`, if that is given. As root it is nobody, and in any case it goes with us.
     void start(const QString &program, const QList<quint16> &ports, quint16 port = 0);
     static quint16 freePort();
-    /// A server whose certificate is `name`; an empty one has none, and speaks in plain.
+    /// A server whose certificate is `name`; an empty one has none, and says nothing. "greeting" speaks plain IRC,
+    /// "outdated" an old TLS.
     std::unique_ptr<QTcpServer> serve(const QString &name);
     static QByteArray heardBy(QTcpServer &server);
 
@@ -160,6 +163,11 @@ void tst_servers::initTestCase()
     issue(u"elsewhere"_s, u"DNS:elsewhere.test"_s);
     issue(u"name"_s, u"DNS:localhost"_s);
     issue(u"expired"_s, here, -1);
+    issue(u"early"_s, here);
+    QVERIFY(QFile(file(u"index.txt"_s)).open(QIODevice::WriteOnly));
+    openssl(u"ca -batch -notext -config %1/servers/ca.conf -cert ca.pem -keyfile ca.key -startdate "
+            u"20990101000000Z "
+            "-enddate 20990201000000Z -in early.csr -out early.pem"_s.arg(QLatin1StringView(TESTS)));
     issue(u"selfmade"_s, here, 2, false);
     issue(u"selfexpired"_s, u"DNS:elsewhere.test"_s, -1, false);
     issue(u"mine"_s, u"DNS:ada"_s);
@@ -223,8 +231,12 @@ void tst_servers::start(const QString &program, const QList<quint16> &ports, qui
 
 std::unique_ptr<QTcpServer> tst_servers::serve(const QString &name)
 {
-    if (name.isEmpty()) {
+    if (name.isEmpty() || name == u"greeting") {
         auto plain = std::make_unique<QTcpServer>();
+        if (!name.isEmpty())
+            connect(plain.get(), &QTcpServer::newConnection, plain.get(), [server = plain.get()] {
+                server->nextPendingConnection()->write(":irc.test NOTICE * :*** Looking you up\r\n");
+            });
         plain->listen(QHostAddress::LocalHost);
         return plain;
     }
@@ -234,6 +246,11 @@ std::unique_ptr<QTcpServer> tst_servers::serve(const QString &name)
     QFile key(file(name + u".key"));
     if (key.open(QIODevice::ReadOnly))
         tls.setPrivateKey(QSslKey(&key, QSsl::Ec));
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    if (name == u"outdated")
+        tls.setProtocol(QSsl::TlsV1_1);
+    QT_WARNING_POP
     server->setSslConfiguration(tls);
     server->listen(QHostAddress::LocalHost);
     return server;
@@ -265,7 +282,11 @@ void tst_servers::certificates_data()
     QTest::newRow("other name") << u"elsewhere"_s << here
                                 << u"^Not connected: the certificate is for another name$"_s;
     QTest::newRow("expired") << u"expired"_s << here << u"^Not connected: the certificate has expired$"_s;
-    QTest::newRow("silent, or plain") << QString() << here << u"^No TLS on port \\d+ of 127.0.0.1$"_s;
+    QTest::newRow("not yet valid") << u"early"_s << here
+                                   << u"^Not connected: the certificate is not valid yet$"_s;
+    QTest::newRow("outdated") << u"outdated"_s << here << u"^127.0.0.1 speaks only outdated TLS$"_s;
+    QTest::newRow("plain IRC") << u"greeting"_s << here << u"^No TLS on port \\d+ of 127.0.0.1$"_s;
+    QTest::newRow("silent") << QString() << here << u"^No TLS on port \\d+ of 127.0.0.1$"_s;
 }
 
 void tst_servers::certificates()
@@ -290,7 +311,8 @@ void tst_servers::certificates()
     }
     QVERIFY(!heardBy(*server).contains("CAP") && !ada.conn.loggedIn);
     // What is refused is not tried again; what is not there yet is.
-    QCOMPARE(ada.texts.join(u' ').contains(u"Next try"), certificate.isEmpty());
+    QCOMPARE(ada.texts.join(u' ').contains(u"Next try"), said.contains(u" TLS"));
+    QCOMPARE(ada.conn.keeper.trust(), said.contains(u"/trust"));
 }
 
 void tst_servers::trust()
@@ -313,7 +335,9 @@ void tst_servers::trust()
     swap(u"selfexpired"_s);
     QVERIFY(ada.hears(u"^Not connected: the certificate has CHANGED .* If you know why: /trust$"_s));
     QVERIFY(!heardBy(*server).contains("CAP"));
+    ada.known.writable = false;
     QVERIFY(ada.conn.userCommand(u"/trust"_s, u"Server"_s));
+    QVERIFY(ada.hears(u"^The certificate is trusted until Parlo ends: the settings cannot be saved$"_s));
     QVERIFY(ada.hears(u"^Connected"_s));
     swap(u"good"_s);
     QVERIFY(ada.hears(u"^127.0.0.1 has a verified certificate now$"_s));

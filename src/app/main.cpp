@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ircaddress.h"
+#include "commandline.h"
 #include "parlo.h"
 #include "qpeapplication.h"
 #include "version.h"
@@ -11,31 +11,31 @@ namespace {
 constexpr const char *usage = "usage: parlo [irc://HOST | ircs://[ACCOUNT@]HOST[:PORT][/CHANNEL,...]]\n"
                               "       parlo --help | --version\n";
 
-bool isAsked(int argc, char **argv, const char *option)
+int showWindow(int argc, char **argv, const QString &address)
 {
-    return argc == 2 && qstrcmp(argv[1], option) == 0;
+    QPEApplication app(argc, argv, QPEApplication::GuiClient);
+    QPEApplication::setApplicationVersion(parloVersion);
+    parlo window(nullptr, nullptr, {}, address);
+    QPEApplication::showMainWidget(&window, false);
+    QPEApplication::exec();
+    return 0;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    // These answer without a screen, too.
-    if (isAsked(argc, argv, "--help"))
+    const commandline called(argc, argv);
+    switch (called.what()) {
+    case commandline::wish::window:
+        return showWindow(argc, argv, called.address());
+    case commandline::wish::help:
         return std::fputs(usage, stdout) < 0 ? 1 : 0;
-    if (isAsked(argc, argv, "--version"))
+    case commandline::wish::version:
         return std::printf("parlo %s\n", parloVersion.data()) < 0 ? 1 : 0;
-    QPEApplication app(argc, argv, QPEApplication::GuiClient);
-    QPEApplication::setApplicationVersion(parloVersion);
-    const QString argument = QPEApplication::arguments().value(1);
-    const ircaddress address(argument);
-    if (QPEApplication::arguments().size() > 2 || (!argument.isEmpty() && !address.isValid())) {
-        std::fprintf(stderr, "%s%s%s", qPrintable(address.error()), address.error().isEmpty() ? "" : "\n",
-                     usage);
-        return 2;
+    case commandline::wish::none:
+        break;
     }
-    parlo window(nullptr, nullptr, {}, argument);
-    QPEApplication::showMainWidget(&window, false);
-    QPEApplication::exec();
-    return 0;
+    std::fprintf(stderr, "%s%s%s", qPrintable(called.error()), called.error().isEmpty() ? "" : "\n", usage);
+    return 2;
 }

@@ -21,11 +21,6 @@ public:
     bool isAccepted() const { return found == linkfault::kind::none; }
     /// Why there is no connection; of no kind when the certificate is accepted.
     linkfault fault() const { return linkfault(found, {}, 0, fingerprint); }
-    /// Whether the user may decide to trust the certificate all the same.
-    bool mayBeTrusted() const
-    {
-        return found == linkfault::kind::pinChanged || found == linkfault::kind::untrusted;
-    }
     /// Whether there is a pin that is no longer needed.
     bool replacesPin() const { return verified && pinned; }
 

@@ -17,14 +17,10 @@ namespace {
 /// The maximum time for handling lines in one turn of the event loop: about 1,000 common ones. So the window
 /// still reacts when a server sends as fast as it can.
 constexpr qint64 msPerTurn = 12;
-/// A line of 512 bytes (RFC 1459, 2.3) cannot contain more letters. Every channel tab gets each of them.
-constexpr int maxModes = 512;
 /// In bytes: the maximum of unsent data while a server does not read.
 constexpr qint64 maxUnsent = 512LL * 1024;
 /// CR LF.
 constexpr qsizetype lineEndBytes = 2;
-/// What makes a text an action: "ACTION ", and a mark before and behind it.
-constexpr qsizetype actionBytes = 9;
 
 } // namespace
 
@@ -40,17 +36,8 @@ connection::connection()
         if (keeper.isActive())
             keeper.heard();
     });
-    connect(&keeper, &linkkeeper::established, this, [this] { socket.adopt(keeper.take()); });
-    connect(&keeper, &linkkeeper::dropWanted, this, &connection::dropLink);
-    connect(&keeper, &linkkeeper::status, this, &connection::status);
-    connect(&keeper, &linkkeeper::pingWanted, this, [this] { socket.sendLine(u"PING :parlo"_s); });
-    connect(&keeper, &linkkeeper::loginTimedOut, this, [this] {
-        progress.timeOut();
-        keeper.giveUp(progress.fault());
-    });
     connect(&pending, &outbox::due, this, [this](const outbox::piece &next) {
-        const QString text = next.action ? ctcpMark + u"ACTION " + next.text + ctcpMark : next.text;
-        if (send(u"PRIVMSG " + next.target + u" :" + text))
+        if (write(next.line()))
             Q_EMIT said(next.target, next.text, next.action);
         else
             Q_EMIT notSaid(next.target);
@@ -80,44 +67,20 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     }
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
-    progress.connecting();
-    if (address.isValid())
-        return openAddress(address, port);
+    link.progress.connecting();
+    // What an address has to do with ends in silence, as a classic session does that connects again.
+    if (address.isValid() || manner.negotiates) {
+        loggedIn = false;
+        dropLink();
+    }
+    if (address.isValid()) {
+        useManners(manners::today());
+        return byAddress.open(address, port);
+    }
     if (manner.negotiates)
-        leaveAddress();
+        byAddress.leave();
     useManners({});
     socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
-}
-
-// Nothing of a session by address may reach another server: not what waits to be said, nor a channel's key.
-void connection::leaveAddress()
-{
-    keeper.forget();
-    loggedIn = false;
-    dropLink();
-    channels.clear();
-    keys.clear();
-}
-
-void connection::openAddress(const ircaddress &address, int port)
-{
-    // What stood before ends in silence, as in a classic session.
-    loggedIn = false;
-    dropLink();
-    useManners(manners::today());
-    destination to = std::exchange(details, {});
-    // Whoever comes back to a server comes back to its channels.
-    const QStringList wanted = address.channels() + to.channels;
-    const bool sameHost = address.host() == keeper.where().address.host();
-    if (!sameHost)
-        keys.clear();
-    if (!sameHost || !wanted.isEmpty())
-        channels = wanted;
-    to.address = address;
-    for (const QString &channel : address.channels())
-        remember(channel, true);
-    to.port = address.port(port, to.port);
-    keeper.start(to);
 }
 
 void connection::useManners(const manners &wanted)
@@ -137,16 +100,10 @@ void connection::login()
 {
     Q_EMIT debug(u"Connected, Logging in..."_s);
     supports = {};
-    mask = {};
-    joined = false;
-    // What we had to take last time is not what is asked for again.
-    if (manner.negotiates && identity.nick() == givenNick)
-        identity.setNick(wantedNick);
     const QStringList lines =
-        manner.negotiates ? progress.begin(identity, keeper.where(), keeper.isEncrypted(), keeper.maxNick())
-                          : progress.begin(identity, server, channels);
+        manner.negotiates ? byAddress.begin() : link.progress.begin(identity, server, channels);
     for (const QString &line : lines)
-        send(line);
+        write(line);
     loggedIn = true;
 }
 
@@ -184,12 +141,9 @@ void connection::socketDisconnect()
 // A session by address that was never welcomed has nothing to tell its tabs.
 void connection::endLink()
 {
-    const bool told = loggedIn && (!manner.negotiates || registered);
-    progress.end();
+    const bool told = loggedIn && (!manner.negotiates || link.registered);
+    link = {};
     loggedIn = false;
-    registered = false;
-    m_serverName = ""_L1;
-    batches.clear();
     for (const outbox::piece &piece : pending.clear())
         Q_EMIT notSaid(piece.target);
     if (told)
@@ -199,7 +153,7 @@ void connection::endLink()
 bool connection::isEnding() const
 {
     return socket.state() == QAbstractSocket::UnconnectedState &&
-           progress.reached() > registration::stage::connecting;
+           link.progress.reached() > registration::stage::connecting;
 }
 
 void connection::dropLongLine()
@@ -217,19 +171,31 @@ void connection::giveUp(const QString &why)
     socketDisconnect();
 }
 
-bool connection::send(QString line)
+bool connection::send(const QString &line)
 {
-    if (manner.mindsSending && socket.state() != QAbstractSocket::ConnectedState)
-        return false;
-    line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
-    if (manner.mindsSending && manner.codec.bytes(line).size() > supports.maxLine - lineEndBytes) {
+    if (manner.mindsSending && isConnected() && !fits(line)) {
         Q_EMIT tooLong();
         return false;
     }
+    if (manner.negotiates)
+        byAddress.typed(line);
+    return write(line);
+}
+
+bool connection::write(QString line)
+{
+    line.removeIf([](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
+    if (manner.mindsSending && (!isConnected() || !fits(line)))
+        return false;
     socket.sendLine(line);
     if (socket.unsent() > maxUnsent)
         giveUp(u"The server does not read what it is sent"_s);
     return true;
+}
+
+bool connection::fits(const QString &line) const
+{
+    return manner.codec.bytes(line).size() <= supports.maxLine - lineEndBytes;
 }
 
 // --- lines from the server ---
@@ -259,7 +225,7 @@ const connection::reply connection::replies[] = {
 void connection::parseLine(const QString &line)
 {
     ircmessage msg = manner.taggedLines ? ircmessage::tagged(line) : ircmessage(line);
-    if (manner.negotiates && !follow(&msg))
+    if (manner.negotiates && !byAddress.follow(msg))
         return;
     for (const reply &r : replies) {
         if (msg.command() == r.command)
@@ -268,100 +234,17 @@ void connection::parseLine(const QString &line)
     Q_EMIT message(&msg);
 }
 
-bool connection::follow(ircmessage *msg)
-{
-    const QString command = msg->command();
-    if (command == "QUIT"_L1 || command == "NICK"_L1)
-        reclaimNick(*msg);
-    if (netbatch whole; batches.ends(*msg, &whole)) {
-        Q_EMIT split(whole);
-        return false;
-    }
-    if (batches.takes(*msg))
-        return false;
-    for (const QString &line : progress.receive(*msg))
-        send(line);
-    // A ban (465) may come at any time, the rest only before the welcome.
-    if (const linkfault fault = progress.fault();
-        fault.what != linkfault::kind::none && (!registered || command == "465"_L1)) {
-        keeper.giveUp(fault);
-        return false;
-    }
-    if (command == "CAP"_L1)
-        keeper.stsOffered(progress.sts());
-    if (progress.isLoggingIn())
-        keeper.loggingIn();
-    else
-        keeper.loggedIn();
-    if (command == "ERROR"_L1)
-        keeper.errorSaid(msg->paramsFrom(0, true));
-    else if (command == "005"_L1)
-        learnRules(*msg);
-    else if (command == "376"_L1 || command == "422"_L1)
-        joinAll();
-    noteMask(*msg);
-    // What is between the server and the program is nothing to show; the nick that comes of it is told at the welcome.
-    if (!registered && registration::refusesNick(command))
-        return false;
-    return command != "CAP"_L1 && command != "AUTHENTICATE"_L1 && command != "BATCH"_L1;
-}
-
-void connection::learnRules(const ircmessage &msg)
-{
-    supports.learn(msg);
-    keeper.setMaxNick(supports.maxNick);
-}
-
-void connection::joinAll()
-{
-    if (std::exchange(joined, true))
-        return;
-    // A copy: a line may lead to another server after all.
-    const QStringList wanted = keeper.where().perform;
-    for (const QString &line : wanted) {
-        Q_EMIT perform(line);
-        if (!isReady())
-            return;
-    }
-    for (const QString &line : registration::joinLines(channels))
-        send(line);
-}
-
-// The nick that the user wants becomes free when its holder leaves or takes another.
-void connection::reclaimNick(const ircmessage &msg)
-{
-    if (registered && !isMe(wantedNick) && supports.same(msg.prefix()->nick(), wantedNick))
-        send(u"NICK " + wantedNick);
-}
-
-// What the server puts in front of our lines is in the lines that it sends us of ourselves.
-void connection::noteMask(const ircmessage &msg)
-{
-    if (msg.prefix()->nick() != identity.nick() || msg.prefix()->host().isEmpty())
-        return;
-    mask = *msg.prefix();
-    if (msg.command() == "CHGHOST"_L1) {
-        mask.setUser(msg.param(0, true));
-        mask.setHost(msg.param(1, true));
-    }
-}
-
 void connection::handleWelcome(ircmessage *msg)
 {
     // The server may have cut our nick, or we may have changed it before the welcome: the server's nick is
     // right.
     const QString welcomedNick = msg->param(0, true);
-    if (progress.welcome() && !welcomedNick.isEmpty())
+    if (link.progress.welcome() && !welcomedNick.isEmpty())
         identity.setNick(welcomedNick);
-    m_serverName = msg->prefix()->nick();
-    registered = true;
-    if (manner.negotiates) {
-        wantedNick = progress.firstNick();
-        givenNick = identity.nick();
-        keeper.welcomed();
-        if (const QString note = progress.nickNote(identity.nick()); !note.isEmpty())
-            Q_EMIT status(note);
-    }
+    link.serverName = msg->prefix()->nick();
+    link.registered = true;
+    if (manner.negotiates)
+        byAddress.welcomed();
     Q_EMIT message(msg);
 }
 
@@ -369,7 +252,7 @@ void connection::handlePing(ircmessage *msg)
 {
     Q_EMIT debug(u"PING? PONG!"_s);
     // Where the trailing text is taken as it is, it is one parameter.
-    send(u"PONG " + (manner.taggedLines ? msg->paramsFrom(0, false) : msg->param(0, false)));
+    write(u"PONG " + (manner.taggedLines ? msg->paramsFrom(0, false) : msg->param(0, false)));
 }
 
 void connection::handlePrivmsg(ircmessage *msg)
@@ -397,7 +280,10 @@ void connection::handleNames(ircmessage *msg)
 
 void connection::handleEndOfNames(ircmessage *msg)
 {
-    Q_EMIT rpl_endofnames(msg->param(1, false));
+    const QString channel = msg->param(1, false);
+    Q_EMIT rpl_endofnames(channel);
+    if (byAddress.takeNamesAsked(channel))
+        Q_EMIT namesListed(channel);
 }
 
 void connection::handleMode(ircmessage *msg)
@@ -407,22 +293,11 @@ void connection::handleMode(ircmessage *msg)
     const QString where = u" on " + all.target() + u" by " + all.who()->nick();
     Q_EMIT debug(u"Got modes: " + all.modes() + u' ' + all.args() + where);
 
-    const bool onChannel = isChannel(all.target());
-    QChar sign = u'+';
-    int next = 0;
-    int letters = 0;
-    for (const QChar c : all.modes()) {
-        if (c == u'+' || c == u'-') {
-            sign = c;
-            continue;
-        }
-        if (++letters > maxModes)
-            break;
-        const bool takesArgument = onChannel && supports.takesArgument(sign, c);
-        const QString argument = takesArgument ? all.arg(next++) : QString();
-        ircmode one(all, sign, c, argument);
+    for (const modeletter &l : all.letters(supports)) {
+        ircmode one(all, l.sign, l.letter, l.argument);
         Q_EMIT mode(&one);
-        Q_EMIT debug(u"Got mode: +" + QString(c) + (takesArgument ? u' ' + argument : QString()) + where);
+        Q_EMIT debug(u"Got mode: +" + QString(l.letter) + (l.takesArgument ? u' ' + l.argument : QString()) +
+                     where);
     }
 }
 
@@ -432,8 +307,7 @@ void connection::handleNick(ircmessage *msg)
     const QString newNick = msg->param(0, true);
     if (oldNick == identity.nick()) {
         identity.setNick(newNick);
-        wantedNick = newNick;
-        givenNick = newNick;
+        byAddress.nick.renamed(newNick);
     }
     Q_EMIT nick(msg);
     Q_EMIT debug(u"Got nick change - " + oldNick + u" -> " + newNick);
@@ -448,35 +322,23 @@ bool connection::userCommand(const QString &text, const QString &target)
 
 void connection::joinWithKeys(const QString &channelsAndKeys)
 {
-    const QStringList names = channelsAndKeys.section(u' ', 0, 0).split(u',', Qt::SkipEmptyParts);
-    const QStringList given = channelsAndKeys.section(u' ', 1).trimmed().split(u',', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < given.size() && i < names.size(); ++i)
-        keys.insert(names[i].toLower(), given[i]);
-    send(u"JOIN " + names.join(u',') + (given.isEmpty() ? QString() : u' ' + given.join(u',')));
+    send(byAddress.keys.join(channelsAndKeys, supports));
 }
 
 void connection::remember(const QString &channel, bool in)
 {
     if (!manner.negotiates)
         return;
-    channels.removeIf([&](const QString &c) { return supports.same(c.section(u' ', 0, 0), channel); });
-    const QString key = keys.value(channel.toLower());
+    channels.removeIf([&](const QString &c) { return supports.same(c, channel); });
     if (in)
-        channels.append(key.isEmpty() ? channel : channel + u' ' + key);
+        channels.append(channel);
 }
 
 bool connection::say(const QString &target, const QString &text, bool action)
 {
-    ircuser from = mask;
-    from.setNick(identity.nick());
-    const qsizetype room =
-        textsplitter::room(supports.maxLine, from, u"PRIVMSG"_s, target) - (action ? actionBytes : 0);
-    QList<outbox::piece> pieces;
-    for (const QString &piece : textsplitter::split(text, room))
-        pieces.append({target, piece, action});
-    if (!pieces.isEmpty())
-        pending.add(pieces);
-    return !pieces.isEmpty();
+    const ircuser us = link.mask.with(identity.nick());
+    return pending.say({target, text, action},
+                       textsplitter::room(supports.maxLine, us, u"PRIVMSG"_s, target));
 }
 
 void connection::sendPrivmsg(const QString &target, const QString &text)
@@ -491,5 +353,5 @@ void connection::sendCtcp(const QString &target, const QString &text)
 
 void connection::sendCtcpReply(const QString &target, const QString &text)
 {
-    send(u"NOTICE " + target + u" :" + ctcpMark + text + ctcpMark);
+    write(u"NOTICE " + target + u" :" + ctcpMark + text + ctcpMark);
 }

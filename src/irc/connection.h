@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "addresslink.h"
 #include "ircuser.h"
 #include "isupport.h"
 #include "linkkeeper.h"
+#include "linkstate.h"
 #include "manners.h"
-#include "netbatch.h"
 #include "outbox.h"
-#include "registration.h"
 #include "socket.h"
 
-#include <QHash>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -21,7 +20,7 @@ class ircmode;
 /// The link to the one IRC server (RFC 1459).
 ///
 /// A plain host name makes it speak classic IRC. An address (see ircaddress) makes it speak today's: `manner` says what
-/// differs, `keeper` tries and waits, `progress` logs in.
+/// differs, `keeper` tries and waits, and addresslink does what a line asks for besides.
 ///
 /// It registers, answers PING, turns every line of the server into one typed signal, and writes what we send. The records
 /// in the signals live until the emit returns: receivers copy what they keep. A line is handled completely before the
@@ -41,9 +40,9 @@ public:
 
     /// The server's name for itself in its welcome (001); empty before that and after the end of the
     /// connection.
-    QString serverName() const { return m_serverName; }
+    QString serverName() const { return link.serverName; }
     /// Whether the server has welcomed us (001).
-    bool isRegistered() const { return registered; }
+    bool isRegistered() const { return link.registered; }
 
     /// Does what a line typed with a leading "/" says, in the tab named `target`; see usercommands. False if it needs a
     /// connection and there is none.
@@ -59,10 +58,14 @@ public:
     /// Answers a CTCP request by NOTICE, which nobody answers, so two clients cannot go on without end.
     void sendCtcpReply(const QString &target, const QString &text);
 
+    /// Sends a line of the user's: write(), and tooLong() if that is the reason why nothing is written.
+    bool send(const QString &line);
     /// Writes one line, whatever is in it: line ends and U+0000, which a stranger or the clipboard may have put there, are
     /// left out. A classic session does not check whether we are connected, nor how long the line is; one by address writes
-    /// nothing then, and says tooLong() of a line that is. False if nothing was written.
-    bool send(QString line);
+    /// nothing then. False if nothing was written.
+    bool write(QString line);
+    /// Ends the connection in silence towards the server.
+    void dropLink();
 
     /// Whether `nick` is ours.
     bool isMe(const QString &nick) const
@@ -73,28 +76,27 @@ public:
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
     /// Whether what is said now would reach the server. A classic session does not know.
-    bool isReady() const
-    {
-        return !manner.mindsSending || (registered && socket.state() == QAbstractSocket::ConnectedState);
-    }
+    bool isReady() const { return !manner.mindsSending || (link.registered && isConnected()); }
 
     /// How this session behaves.
     manners manner;
     /// In a session by address: `channel` is ours from now on, or no more, on later connections as well.
     void remember(const QString &channel, bool in);
 
-    /// The rules of the server.
+    /// The rules of the server; after its end, until the next one is reached.
     isupport supports;
     linkkeeper keeper;
     /// For the next connectToServer() with an address: what it needs there besides. The port is that of the preset.
     destination details;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
-    /// What is joined on a new connection; in a session by address each may have its key behind a space.
+    /// What is joined on a new connection.
     QStringList channels;
     class socket socket;
     /// Whether the registration lines have been sent.
     bool loggedIn = false;
+    /// The link that stands, or is being made.
+    linkstate link;
 
 public Q_SLOTS:
     void login();
@@ -133,12 +135,14 @@ Q_SIGNALS:
     void passwordWanted(const QString &address, int port);
     /// This went out.
     void said(const QString &target, const QString &text, bool action);
-    /// A line did not go out: it is longer than the server takes.
+    /// A line of the user's did not go out: it is longer than the server takes.
     void tooLong();
     /// This could not go out any more.
     void notSaid(const QString &target);
     /// A line to be done as if it were typed in the tab of the server.
     void perform(const QString &line);
+    /// The members of a channel were listed because the user has asked for them.
+    void namesListed(const QString &channel);
     /// Many people have left or come at once, since servers have parted or met.
     void split(const netbatch &people);
 
@@ -146,24 +150,17 @@ private:
     struct reply;
     static const reply replies[];
 
-    void leaveAddress();
-    void openAddress(const ircaddress &address, int port);
     void useManners(const manners &wanted);
-    /// Ends the connection in silence towards the server.
-    void dropLink();
     /// The connection has ended: nothing of it holds any more.
     void endLink();
-    /// Does what a line of the server asks for in a session by address, besides its signal. False if it is the last one.
-    bool follow(ircmessage *msg);
-    void joinAll();
-    void reclaimNick(const ircmessage &msg);
-    void learnRules(const ircmessage &msg);
-    void noteMask(const ircmessage &msg);
     void dropLongLine();
     /// Ends the connection from our side, and emits dropped().
     void giveUp(const QString &why);
     /// Whether the server has closed the connection, but disconnected() is pending until its lines are read.
     bool isEnding() const;
+    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
+    /// Whether the server takes a line of this length.
+    bool fits(const QString &line) const;
     void parseLine(const QString &line);
     void handleWelcome(ircmessage *msg);
     void handlePing(ircmessage *msg);
@@ -175,22 +172,9 @@ private:
     void handleNick(ircmessage *msg);
 
     QString server;
-    QString m_serverName;
-    bool registered = false;
-    /// The stage of this connection. The flags above may still be those of the connection before it.
-    registration progress;
     /// What is said and not yet sent.
     outbox pending;
-    /// Our nick, user and host as the server shows them to others.
-    ircuser mask;
-    netbatches batches;
-    /// In a session by address: the nick that the user wants, and the one that the server gave.
-    QString wantedNick;
-    QString givenNick;
-    /// Of channels that were joined with one, by their names.
-    QHash<QString, QString> keys;
-    /// Whether the channels were joined on this connection.
-    bool joined = false;
+    addresslink byAddress{*this};
     /// Continues reading in the next turn of the event loop.
     QTimer nextTurn;
 };

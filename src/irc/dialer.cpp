@@ -63,9 +63,8 @@ void dialer::dial(const dialtarget &wanted)
     cancel();
     target = wanted;
     addresses.clear();
-    seen.clear();
-    verified = false;
-    certificateFault = linkfault::kind::none;
+    pinReplaced = false;
+    certificateFault = {};
     deadline.start(tryTime);
     if (target.encrypted && !QSslSocket::supportsSsl())
         return fail(linkfault::kind::noTlsInQt);
@@ -150,17 +149,14 @@ bool dialer::addCertificate(QSslSocket *tls) const
 // Qt ends the try unless all errors are ignored; nothing of ours is sent before encrypted().
 void dialer::judge(QSslSocket *tls, const QList<QSslError> &errors)
 {
-    seen = fingerprintOf(tls->peerCertificate());
-    const certificatecheck check(errors, seen, target.pin);
-    certificateFault = check.fault().what;
+    const certificatecheck check(errors, fingerprintOf(tls->peerCertificate()), target.pin);
+    certificateFault = check.fault();
     if (check.isAccepted())
         tls->ignoreSslErrors(errors);
 }
 
 linkfault::kind dialer::kindOfError() const
 {
-    if (certificateFault != linkfault::kind::none)
-        return certificateFault;
     switch (socket->error()) {
     case QAbstractSocket::ConnectionRefusedError:
         return linkfault::kind::refused;
@@ -183,11 +179,13 @@ linkfault::kind dialer::kindOfError() const
 
 void dialer::attemptFailed()
 {
+    if (certificateFault.what != linkfault::kind::none)
+        return fail(certificateFault);
     const linkfault::kind what = kindOfError();
     const bool answered = what != linkfault::kind::refused && what != linkfault::kind::noAnswer;
     if (!answered && !addresses.isEmpty())
         return tryNext();
-    fail(what, what == linkfault::kind::badCertificateFile ? target.certificateFile : seen);
+    fail(what, what == linkfault::kind::badCertificateFile ? target.certificateFile : QString());
 }
 
 void dialer::done()
@@ -196,7 +194,8 @@ void dialer::done()
     patience.stop();
     socket->disconnect(this);
     if (const auto *tls = qobject_cast<const QSslSocket *>(socket.get())) {
-        verified = tls->sslHandshakeErrors().isEmpty();
+        const QString seen = fingerprintOf(tls->peerCertificate());
+        pinReplaced = certificatecheck(tls->sslHandshakeErrors(), seen, target.pin).replacesPin();
     }
     Q_EMIT established();
 }
@@ -208,6 +207,11 @@ std::unique_ptr<QTcpSocket> dialer::take()
 
 void dialer::fail(linkfault::kind what, const QString &detail)
 {
+    fail(linkfault(what, target.host, target.port, detail));
+}
+
+void dialer::fail(const linkfault &why)
+{
     cancel();
-    Q_EMIT failed(linkfault(what, target.host, target.port, detail));
+    Q_EMIT failed(why);
 }

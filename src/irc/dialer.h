@@ -41,10 +41,8 @@ public:
     /// Begins a try; one that is under way is forgotten.
     void dial(const dialtarget &target);
     void cancel();
-    /// The fingerprint of the certificate that the last try was not content with; empty if there was none.
-    QString fingerprint() const { return seen; }
-    /// Whether it was vouched for in the ordinary way.
-    bool isVerified() const { return verified; }
+    /// Whether the authorities vouch for the certificate of the connection, so that the pin is not needed any more.
+    bool replacesPin() const { return pinReplaced; }
 
 Q_SIGNALS:
     /// The connection stands, and nothing was sent on it yet. The receiver takes it with take().
@@ -66,6 +64,7 @@ private:
     void attemptFailed();
     void done();
     void fail(linkfault::kind what, const QString &detail = {});
+    void fail(const linkfault &why);
     /// What the error of the socket means for the user.
     linkfault::kind kindOfError() const;
 
@@ -76,7 +75,7 @@ private:
     /// The whole try, and one address of it.
     countdown deadline;
     countdown patience;
-    QString seen;
-    bool verified = false;
-    linkfault::kind certificateFault = linkfault::kind::none;
+    bool pinReplaced = false;
+    /// Of this try, where the certificate is the reason.
+    linkfault certificateFault;
 };

@@ -2,6 +2,14 @@
 #include "ircmode.h"
 
 #include "ircmessage.h"
+#include "isupport.h"
+
+namespace {
+
+/// A line of 512 bytes (RFC 1459, 2.3) cannot contain more letters. Every channel tab gets each of them.
+constexpr int maxLetters = 512;
+
+} // namespace
 
 ircmode::ircmode(const ircmessage &m)
     : m_prefix(*m.prefix()),
@@ -23,4 +31,23 @@ ircmode::ircmode(const ircmode &all, QChar sign, QChar letter, const QString &ar
       m_args(argument)
 {
     ircmessage::stripColon(m_args.first());
+}
+
+QList<modeletter> ircmode::letters(const isupport &rules) const
+{
+    const bool onChannel = rules.isChannel(m_target);
+    QList<modeletter> all;
+    QChar sign = u'+';
+    int next = 0;
+    for (const QChar c : m_modes) {
+        if (c == u'+' || c == u'-') {
+            sign = c;
+            continue;
+        }
+        if (all.size() == maxLetters)
+            break;
+        const bool takesArgument = onChannel && rules.takesArgument(sign, c);
+        all.append({sign, c, takesArgument, takesArgument ? arg(next++) : QString()});
+    }
+    return all;
 }

@@ -4,9 +4,21 @@
 #include "ircuser.h"
 
 #include <QDateTime>
+#include <QList>
 #include <QStringList>
 
 class ircmessage;
+class isupport;
+
+/// One letter of a MODE line.
+struct modeletter
+{
+    QChar sign;
+    QChar letter;
+    bool takesArgument = false;
+    /// Empty when it takes none, or when there are too few.
+    QString argument;
+};
 
 /// One mode change (RFC 1459, 4.2.3): who changes which modes of which channel or nick, with which arguments.
 class ircmode
@@ -31,6 +43,8 @@ public:
     QString modes() const { return m_modes; }
     /// Argument `i`; empty when there is none.
     QString arg(int i) const { return m_args.value(i); }
+    /// The letters, each with its argument, as `rules` say; those of a nick's modes take none. Of very many the first ones.
+    QList<modeletter> letters(const isupport &rules) const;
     /// All arguments, joined by one space.
     QString args() const { return m_args.join(u' '); }
 

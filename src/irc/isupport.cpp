@@ -69,6 +69,12 @@ QChar isupport::modeOfPrefix(QChar c) const
     return place < 0 ? QChar() : prefixModes[place];
 }
 
+QChar isupport::prefixOfMode(QChar letter) const
+{
+    const qsizetype place = prefixModes.indexOf(letter);
+    return place < 0 ? QChar() : prefixes[place];
+}
+
 bool isupport::takesArgument(QChar sign, QChar letter) const
 {
     return prefixModes.contains(letter) || alwaysWithArgument.contains(letter) ||

@@ -41,6 +41,8 @@ public:
     rank rankOfMode(QChar letter) const;
     /// The mode letter that gives the rank of which `c` is the sign; null if there is none.
     QChar modeOfPrefix(QChar c) const;
+    /// The sign of the rank that the mode `letter` gives; null if it gives none.
+    QChar prefixOfMode(QChar letter) const;
     /// Whether `letter`, behind `sign` in a MODE of a channel, takes an argument (RFC 1459, 4.2.3.1).
     bool takesArgument(QChar sign, QChar letter) const;
 

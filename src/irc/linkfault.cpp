@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "linkfault.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,8 +51,8 @@ constexpr faultrow rows[] = {
 
 } // namespace
 
-linkfault::linkfault(kind kindOfFault, const QString &host, quint16 port, const QString &detail)
-    : what(kindOfFault)
+linkfault::linkfault(kind kindOfFault, const QString &host, quint16 port, QString kindDetail)
+    : what(kindOfFault), detail(std::move(kindDetail))
 {
     for (const faultrow &row : rows) {
         if (row.what != what)

@@ -38,12 +38,16 @@ struct linkfault
     };
 
     linkfault() = default;
-    /// `detail` is a fingerprint, an account, a file or what the server said, as the kind has it.
-    explicit linkfault(kind what, const QString &host = {}, quint16 port = 0, const QString &detail = {});
+    explicit linkfault(kind what, const QString &host = {}, quint16 port = 0, QString detail = {});
+
+    /// Whether the user may decide to trust the certificate all the same.
+    bool mayBeTrusted() const { return what == kind::pinChanged || what == kind::untrusted; }
 
     kind what = kind::none;
     /// For the user; may be empty.
     QString text;
+    /// A fingerprint, an account, a file or what the server said, as the kind has it.
+    QString detail;
     /// Whether it may be gone after a while. A refused certificate, login or nick will not be.
     bool passes = false;
 };

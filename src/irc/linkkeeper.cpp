@@ -110,7 +110,8 @@ bool linkkeeper::trust()
 {
     if (refused.isEmpty() || memory == nullptr)
         return false;
-    memory->setPin(target.host, target.port, std::exchange(refused, {}));
+    if (!memory->setPin(target.host, target.port, std::exchange(refused, {})))
+        Q_EMIT status(u"The certificate is trusted until Parlo ends: the settings cannot be saved"_s);
     return connectNow();
 }
 
@@ -152,7 +153,7 @@ void linkkeeper::dialed()
 {
     standing = true;
     Q_EMIT status(u"Connected, logging in\u2026"_s);
-    if (dial.isVerified() && !target.pin.isEmpty()) {
+    if (dial.replacesPin()) {
         memory->setPin(target.host, target.port, {});
         Q_EMIT status(target.host + u" has a verified certificate now");
     }
@@ -167,9 +168,7 @@ void linkkeeper::failed(const linkfault &why)
         keepPolicy();
     for (countdown *c : {&welcomeTime, &loginTime, &silence})
         c->stop();
-    const bool mayBeTrusted =
-        why.what == linkfault::kind::untrusted || why.what == linkfault::kind::pinChanged;
-    refused = mayBeTrusted ? dial.fingerprint() : QString();
+    refused = why.mayBeTrusted() ? why.detail : QString();
     if (!why.text.isEmpty())
         Q_EMIT status(why.text);
     if (why.passes && active)

@@ -15,8 +15,8 @@ public:
 
     /// The fingerprint of the certificate that the user trusts at this host and port; empty when there is none.
     virtual QString pin(const QString &host, quint16 port) const = 0;
-    /// An empty one removes what was kept.
-    virtual void setPin(const QString &host, quint16 port, const QString &fingerprint) = 0;
+    /// An empty one removes what was kept. False if this holds only until the program ends, as it cannot be stored.
+    virtual bool setPin(const QString &host, quint16 port, const QString &fingerprint) = 0;
 
     virtual stspolicies policies() const = 0;
     virtual void setPolicies(const stspolicies &policies) = 0;

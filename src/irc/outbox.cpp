@@ -1,11 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "outbox.h"
 
+#include "ctcp.h"
+#include "textsplitter.h"
+
 #include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What makes a text an action: "ACTION ", and a mark before and behind it.
+constexpr qsizetype actionBytes = 9;
+
+} // namespace
+
+QString outbox::piece::line() const
+{
+    return u"PRIVMSG " + target + u" :" + (action ? ctcpMark + u"ACTION " + text + ctcpMark : text);
+}
 
 outbox::outbox()
 {
     next.callOnTimeout(this, &outbox::pump);
+}
+
+bool outbox::say(const piece &whole, qsizetype maxBytes)
+{
+    QList<piece> pieces;
+    for (const QString &text : textsplitter::split(whole.text, maxBytes - (whole.action ? actionBytes : 0)))
+        pieces.append({whole.target, text, whole.action});
+    if (!pieces.isEmpty())
+        add(pieces);
+    return !pieces.isEmpty();
 }
 
 void outbox::add(const QList<piece> &pieces)

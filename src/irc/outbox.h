@@ -17,12 +17,16 @@ public:
         QString target;
         QString text;
         bool action = false;
+
+        /// As it goes to the server (RFC 1459, 4.4.1; CTCP draft, 3).
+        QString line() const;
     };
 
     outbox();
 
-    /// Takes what goes out next; the first pieces do so before this returns.
-    void add(const QList<piece> &pieces);
+    /// Cuts `whole` into pieces of at most `maxBytes` each, which go out next; the first ones do so before this returns.
+    /// False if these were too many.
+    bool say(const piece &whole, qsizetype maxBytes);
     /// Gives up what has not gone out, and returns it.
     QList<piece> clear();
 
@@ -31,6 +35,7 @@ Q_SIGNALS:
     void due(const outbox::piece &next);
 
 private:
+    void add(const QList<piece> &pieces);
     void pump();
 
     QList<piece> waiting;

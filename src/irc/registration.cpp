@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype maxJoinBytes = 400;
-
 struct outcomerow
 {
     capnegotiation::outcome outcome;
@@ -97,31 +95,4 @@ QString registration::nickNote(const QString &nick) const
         return {};
     return firstNick() + (firstRefusal == "432"_L1 ? " is not allowed here"_L1 : " is taken"_L1) +
            u"; you are " + nick;
-}
-
-QStringList registration::joinLines(const QStringList &channels)
-{
-    // Keys belong to the channels in front: those that have one come first (RFC 1459, 4.2.1).
-    QStringList sorted = channels;
-    std::stable_partition(sorted.begin(), sorted.end(), [](const QString &c) { return c.contains(u' '); });
-    QStringList lines;
-    QStringList names;
-    QStringList keys;
-    const auto line = [&names, &keys] {
-        return QString(u"JOIN " + names.join(u',') + (keys.isEmpty() ? QString() : u' ' + keys.join(u',')));
-    };
-    for (const QString &channel : std::as_const(sorted)) {
-        const QString key = channel.section(u' ', 1);
-        if (!names.isEmpty() && (line() + channel).toUtf8().size() + 2 > maxJoinBytes) {
-            lines.append(line());
-            names.clear();
-            keys.clear();
-        }
-        names.append(channel.section(u' ', 0, 0));
-        if (!key.isEmpty())
-            keys.append(key);
-    }
-    if (!names.isEmpty())
-        lines.append(line());
-    return lines;
 }

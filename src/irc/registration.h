@@ -42,16 +42,11 @@ public:
 
     /// A welcome (001) has come. False if it is not the first one of this connection.
     bool welcome();
-    /// The connection has ended.
-    void end() { m_stage = stage::idle; }
 
     /// The nick that was asked for first; empty in a classic session.
     QString firstNick() const { return nicks.first(); }
     /// What the user is told about a `nick` that is not the one that was asked for first; empty if nothing.
     QString nickNote(const QString &nick) const;
-
-    /// JOIN lines for `channels`, each with its key behind a space where it has one, of at most 400 bytes each.
-    static QStringList joinLines(const QStringList &channels);
 
 private:
     stage m_stage = stage::idle;

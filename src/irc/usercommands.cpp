@@ -94,7 +94,7 @@ void nick(connection &conn, QTextStream &args, const QString & /*target*/)
     const QString newNick = rest(args);
     if (conn.loggedIn)
         conn.send(u"NICK " + newNick);
-    else
+    else if (!newNick.isEmpty() || !conn.manner.moreCommands)
         conn.identity.setNick(newNick);
 }
 

@@ -94,9 +94,9 @@ qsizetype ircchannel::removeAll(const QStringList &nicks)
 qsizetype ircchannel::joinAll(const QStringList &masks)
 {
     const qsizetype before = m_roster.size();
-    for (const QString &mask : masks) {
+    for (QString mask : masks) {
         if (m_roster.size() < maxMembers)
-            m_roster.append(ircchanneluser(mask, {}, m_rules.caseOfNames()));
+            m_roster.append(takeRanks(&mask));
     }
     unsorted = true;
     if (!namesInProgress)
@@ -147,16 +147,21 @@ void ircchannel::names(QStringList *list)
     for (QString &entry : *list) {
         if (m_roster.size() == maxMembers)
             return;
-        qsizetype ranks = 0;
-        while (ranks < entry.size() && m_rules.isPrefix(entry[ranks]))
-            ++ranks;
-        const QString prefixes = entry.left(ranks);
-        entry.remove(0, ranks);
-        ircchanneluser user(entry, {}, m_rules.caseOfNames());
-        for (const QChar sign : prefixes)
-            setRank(&user, m_rules.modeOfPrefix(sign), true, m_rules);
-        m_roster.append(user);
+        m_roster.append(takeRanks(&entry));
     }
+}
+
+ircchanneluser ircchannel::takeRanks(QString *entry) const
+{
+    qsizetype ranks = 0;
+    while (ranks < entry->size() && m_rules.isPrefix(entry->at(ranks)))
+        ++ranks;
+    const QString signs = entry->left(ranks);
+    entry->remove(0, ranks);
+    ircchanneluser user(*entry, {}, m_rules.caseOfNames());
+    for (const QChar sign : signs)
+        setRank(&user, m_rules.modeOfPrefix(sign), true, m_rules);
+    return user;
 }
 
 void ircchannel::endNames()

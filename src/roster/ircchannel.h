@@ -28,8 +28,9 @@ public:
     void join(const ircuser *u);
     void remove(const ircuser *u);
     void nick(const QString &oldnick, const QString &newnick);
-    /// Removes those of `nicks` that are here, or adds the members that `masks` name; how many these were.
+    /// Removes those of `nicks` that are here; how many these were.
     qsizetype removeAll(const QStringList &nicks);
+    /// Adds the members that `masks` name, each with the signs of its ranks in front; how many these were.
     qsizetype joinAll(const QStringList &masks);
     /// Nobody is here, as far as we know: a listing follows.
     void clear();
@@ -42,6 +43,8 @@ public:
     void endNames();
 
 private:
+    /// Reads a nick or a mask with the signs of its ranks in front, and removes the signs.
+    ircchanneluser takeRanks(QString *entry) const;
     void add(const ircchanneluser &user);
     /// Sorts the roster if a listing in progress has left it unsorted.
     void keepSorted();

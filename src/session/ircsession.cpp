@@ -7,6 +7,7 @@
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "ircuserbox.h"
+#include "nameslist.h"
 #include "passwordprompt.h"
 #include "plaintab.h"
 #include "replysorter.h"
@@ -73,6 +74,10 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::split, this, &ircsession::parseSplit);
     connect(&tabs, &tabkeeper::opened, this, &ircsession::wireTab);
     connect(&tabs, &tabkeeper::closed, this, [this](const QString &name) { conn.remember(name, false); });
+    connect(&conn, &connection::namesListed, this, [this](const QString &channel) {
+        if (channeltab *tab = tabs.findChannelTab(channel))
+            tab->message(namesText(*tab->channel));
+    });
     wireTab(tabs.serverTab, nullptr);
 }
 
@@ -274,13 +279,13 @@ void ircsession::parseSplit(const netbatch &people)
         channeltab *tab = tabs.findChannelTab(roster->channelName());
         if (tab == nullptr || tab->channel != roster.get())
             continue;
-        const QStringList joined = people.joined.value(roster->channelName().toLower());
+        const QStringList joined = people.joinedIn(roster->channelName(), conn.supports);
         const qsizetype count = people.left ? roster->removeAll(people.nicks) : roster->joinAll(joined);
         if (count == 0)
             continue;
         tab->happened(events.make(people.left ? event::kind::quit : event::kind::join));
-        tab->crowd(people.left,
-                   u"%1 people have "_s.arg(count) + (people.left ? u"left" : u"joined") + servers);
+        const QString who = count == 1 ? u"1 person has "_s : u"%1 people have "_s.arg(count);
+        tab->crowd(people.left, who + (people.left ? u"left" : u"joined") + servers);
     }
 }
 

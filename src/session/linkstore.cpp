@@ -22,23 +22,35 @@ QString stsGroup()
 
 QString linkstore::pin(const QString &host, quint16 port) const
 {
+    const QString key = certificatecheck::pinKey(host, port);
+    if (const auto own = unsavedPins.find(key); own != unsavedPins.end())
+        return *own;
     Config file(Config::settingsName());
     file.setGroup(trustedGroup());
-    return file.readEntry(certificatecheck::pinKey(host, port));
+    return file.readEntry(key);
 }
 
-void linkstore::setPin(const QString &host, quint16 port, const QString &fingerprint)
+bool linkstore::setPin(const QString &host, quint16 port, const QString &fingerprint)
 {
+    const QString key = certificatecheck::pinKey(host, port);
     Config file(Config::settingsName());
     file.setGroup(trustedGroup());
     if (fingerprint.isEmpty())
-        file.removeEntry(certificatecheck::pinKey(host, port));
+        file.removeEntry(key);
     else
-        file.writeEntry(certificatecheck::pinKey(host, port), fingerprint);
+        file.writeEntry(key, fingerprint);
+    const bool saved = file.save();
+    if (saved)
+        unsavedPins.remove(key);
+    else
+        unsavedPins.insert(key, fingerprint);
+    return saved;
 }
 
 stspolicies linkstore::policies() const
 {
+    if (unsavedPolicies)
+        return *unsavedPolicies;
     Config file(Config::settingsName());
     file.setGroup(stsGroup());
     return stspolicies(file.entries());
@@ -52,4 +64,5 @@ void linkstore::setPolicies(const stspolicies &policies)
     const QMap<QString, QString> entries = policies.entries();
     for (auto entry = entries.begin(); entry != entries.end(); ++entry)
         file.writeEntry(entry.key(), entry.value());
+    unsavedPolicies = file.save() ? std::nullopt : std::optional(policies);
 }
