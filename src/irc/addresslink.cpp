@@ -15,6 +15,7 @@ addresslink::addresslink(connection &owner) : conn(owner)
                      [this] { conn.socket.adopt(conn.keeper.take()); });
     QObject::connect(keeper, &linkkeeper::dropWanted, &conn, &connection::dropLink);
     QObject::connect(keeper, &linkkeeper::status, &conn, &connection::status);
+    QObject::connect(keeper, &linkkeeper::status, &conn, &connection::state);
     QObject::connect(keeper, &linkkeeper::pingWanted, &conn, [this] { conn.write(u"PING :parlo"_s); });
     QObject::connect(keeper, &linkkeeper::loginTimedOut, &conn, [this] {
         conn.link.progress.timeOut();

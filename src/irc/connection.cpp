@@ -29,6 +29,7 @@ connection::connection()
     connect(&socket, &socket::readyLine, this, &connection::readSocket);
     connect(&socket, &socket::connected, this, &connection::login);
     connect(&socket, &socket::disconnected, this, &connection::socketDisconnect);
+    connect(&socket, &socket::failed, this, &connection::tellFailure);
     connect(&socket, &socket::lineTooLong, this, &connection::dropLongLine);
     nextTurn.setSingleShot(true);
     connect(&nextTurn, &QTimer::timeout, this, &connection::readSocket);
@@ -46,8 +47,8 @@ connection::connection()
 
 // --- the connection ---
 
-void connection::connectToServer(const QString &host, int port, const QString &nick, const QString &user,
-                                 const QString &realname)
+void connection::connectToServer(const QString &host, int wantedPort, const QString &nick,
+                                 const QString &user, const QString &realname)
 {
     if (nick.isEmpty()) {
         Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
@@ -75,12 +76,14 @@ void connection::connectToServer(const QString &host, int port, const QString &n
     }
     if (address.isValid()) {
         useManners(manners::today());
-        return byAddress.open(address, port);
+        return byAddress.open(address, wantedPort);
     }
     if (manner.negotiates)
         byAddress.leave();
     useManners({});
-    socket.connectToHost(server, static_cast<quint16>(port == 0 ? ircPort : port));
+    port = static_cast<quint16>(wantedPort == 0 ? ircPort : wantedPort);
+    socket.connectToHost(server, port);
+    Q_EMIT state(u"Connecting to " + server + u'…');
 }
 
 void connection::useManners(const manners &wanted)
@@ -105,6 +108,8 @@ void connection::login()
     for (const QString &line : lines)
         write(line);
     loggedIn = true;
+    if (!manner.mindsSending)
+        Q_EMIT state({});
 }
 
 void connection::readSocket()
@@ -146,8 +151,15 @@ void connection::endLink()
     loggedIn = false;
     for (const outbox::piece &piece : pending.clear())
         Q_EMIT notSaid(piece.target);
+    Q_EMIT state(u"Not connected"_s);
     if (told)
         Q_EMIT disconnected();
+}
+
+void connection::tellFailure(QAbstractSocket::SocketError error)
+{
+    if (link.progress.reached() == registration::stage::connecting)
+        Q_EMIT state(linkfault(linkfault::kindOf(error), server, port).text);
 }
 
 bool connection::isEnding() const
@@ -245,6 +257,7 @@ void connection::handleWelcome(ircmessage *msg)
     link.registered = true;
     if (manner.negotiates)
         byAddress.welcomed();
+    Q_EMIT state({});
     Q_EMIT message(msg);
 }
 
@@ -334,11 +347,19 @@ void connection::remember(const QString &channel, bool in)
         channels.append(channel);
 }
 
+qsizetype connection::roomFor(const QString &target) const
+{
+    return textsplitter::room(supports.maxLine, link.mask.with(identity.nick()), u"PRIVMSG"_s, target);
+}
+
+qsizetype connection::piecesOf(const QString &target, const QString &text) const
+{
+    return textsplitter::split(text, roomFor(target)).size();
+}
+
 bool connection::say(const QString &target, const QString &text, bool action)
 {
-    const ircuser us = link.mask.with(identity.nick());
-    return pending.say({target, text, action},
-                       textsplitter::room(supports.maxLine, us, u"PRIVMSG"_s, target));
+    return pending.say({target, text, action}, roomFor(target));
 }
 
 void connection::sendPrivmsg(const QString &target, const QString &text)

@@ -50,6 +50,8 @@ public:
     /// Says `text` to `target`, as an action (CTCP draft) or not, in as many lines as it takes; said() tells what goes out.
     /// False if it would take too many.
     bool say(const QString &target, const QString &text, bool action);
+    /// In how many lines say() would send `text`; 0 if that are too many.
+    qsizetype piecesOf(const QString &target, const QString &text) const;
     /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
     void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);
@@ -129,6 +131,8 @@ Q_SIGNALS:
     void ctcpnotice(ircmessage *msg);
     /// The reason why we end the connection.
     void dropped(const QString &why);
+    /// How the connection is while nothing can be said, for the user; empty as soon as something can.
+    void state(const QString &text);
     /// What Parlo itself has to say about the connection of a session by address.
     void status(const QString &text);
     /// The user wants to connect to an address whose account needs a password.
@@ -153,6 +157,8 @@ private:
     void useManners(const manners &wanted);
     /// The connection has ended: nothing of it holds any more.
     void endLink();
+    /// In a classic session: the server cannot be reached.
+    void tellFailure(QAbstractSocket::SocketError error);
     void dropLongLine();
     /// Ends the connection from our side, and emits dropped().
     void giveUp(const QString &why);
@@ -171,7 +177,11 @@ private:
     void handleMode(ircmessage *msg);
     void handleNick(ircmessage *msg);
 
+    /// In bytes, what a message to `target` can hold.
+    qsizetype roomFor(const QString &target) const;
+
     QString server;
+    quint16 port = 0;
     /// What is said and not yet sent.
     outbox pending;
     addresslink byAddress{*this};

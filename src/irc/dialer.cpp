@@ -158,10 +158,6 @@ void dialer::judge(QSslSocket *tls, const QList<QSslError> &errors)
 linkfault::kind dialer::kindOfError() const
 {
     switch (socket->error()) {
-    case QAbstractSocket::ConnectionRefusedError:
-        return linkfault::kind::refused;
-    case QAbstractSocket::HostNotFoundError:
-        return linkfault::kind::noHost;
     case QAbstractSocket::SslHandshakeFailedError:
         return socket->errorString().contains("protocol version"_L1) ||
                        socket->errorString().contains("unsupported protocol"_L1)
@@ -173,7 +169,7 @@ linkfault::kind dialer::kindOfError() const
     case QAbstractSocket::RemoteHostClosedError:
         return linkfault::kind::noTls;
     default:
-        return linkfault::kind::noAnswer;
+        return linkfault::kindOf(socket->error());
     }
 }
 

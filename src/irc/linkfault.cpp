@@ -64,3 +64,15 @@ linkfault::linkfault(kind kindOfFault, const QString &host, quint16 port, QStrin
     if (what == lost && detail.isEmpty())
         text = u"Connection lost"_s;
 }
+
+linkfault::kind linkfault::kindOf(QAbstractSocket::SocketError error)
+{
+    switch (error) {
+    case QAbstractSocket::ConnectionRefusedError:
+        return refused;
+    case QAbstractSocket::HostNotFoundError:
+        return noHost;
+    default:
+        return noAnswer;
+    }
+}

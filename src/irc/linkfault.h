@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QAbstractSocket>
 #include <QString>
 
 /// Why a session by address has no connection: what the user is told, and whether to try again.
@@ -42,6 +43,9 @@ struct linkfault
 
     /// Whether the user may decide to trust the certificate all the same.
     bool mayBeTrusted() const { return what == kind::pinChanged || what == kind::untrusted; }
+
+    /// What an error of a plain socket means before the connection stands.
+    static kind kindOf(QAbstractSocket::SocketError error);
 
     kind what = kind::none;
     /// For the user; may be empty.

@@ -33,6 +33,7 @@ void socket::use(std::unique_ptr<QTcpSocket> next)
     device->setReadBufferSize(maxBuffered);
     connect(device.get(), &QTcpSocket::connected, this, &socket::connected);
     connect(device.get(), &QTcpSocket::disconnected, this, &socket::disconnected);
+    connect(device.get(), &QTcpSocket::errorOccurred, this, &socket::failed);
     connect(device.get(), &QTcpSocket::readyRead, this, &socket::dataReady);
 }
 

@@ -49,6 +49,8 @@ public:
 Q_SIGNALS:
     void connected();
     void disconnected();
+    /// There is an error, such as that the server cannot be reached.
+    void failed(QAbstractSocket::SocketError error);
     /// Bytes have arrived.
     void heard();
     /// One whole line or more can be read. Comes once for each arrival of bytes: read them all.

@@ -43,7 +43,9 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
 void quit(connection &conn, QTextStream &args, const QString & /*target*/)
 {
     conn.keeper.quitting();
-    conn.send(u"QUIT :" + rest(args));
+    // Only what was tried ends then.
+    if (!conn.send(u"QUIT :" + rest(args)))
+        Q_EMIT conn.state(u"Not connected"_s);
 }
 
 void quote(connection &conn, QTextStream &args, const QString & /*target*/)

@@ -69,6 +69,7 @@ ircsession::ircsession(tabwindow *window)
     connect(&conn, &connection::modes, this, &ircsession::modesChanged);
     connect(&conn, &connection::dropped, tabs.serverTab, &irctab::message);
     connect(&conn, &connection::status, this, &ircsession::showStatus);
+    connect(&conn, &connection::state, &tabs, &tabkeeper::setState);
     // Not from inside of a signal: the prompt runs an event loop.
     connect(&conn, &connection::passwordWanted, this, &ircsession::askAndConnect, Qt::QueuedConnection);
     connect(&conn, &connection::split, this, &ircsession::parseSplit);

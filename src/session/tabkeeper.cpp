@@ -42,6 +42,7 @@ Tab *tabkeeper::adopt(std::unique_ptr<Tab> tab)
     Tab *added = tab.get();
     tabs.push_back(std::move(tab));
     added->follow(rules, manner, we);
+    added->setState(state);
     connect(added, &irctab::amTopTab, this, &tabkeeper::newTopTab);
     return added;
 }
@@ -86,6 +87,13 @@ void tabkeeper::openQuery(const QString &nick)
         mainWindow->tabBar->setCurrentTab(tab->tabId);
     else
         newTopTab(newPlainTab(nick));
+}
+
+void tabkeeper::setState(const QString &text)
+{
+    state = text;
+    for (const auto &tab : tabs)
+        tab->setState(text);
 }
 
 void tabkeeper::closeTab(irctab *tab)
