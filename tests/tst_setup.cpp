@@ -11,6 +11,7 @@
 #include "rows.h"
 #include "user.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFile>
 #include <QKeySequence>
@@ -81,11 +82,23 @@ QString filled(const QWidget &page)
     return texts.join(u'|');
 }
 
+/// Which buttons can be pressed, and what a screen reader gets for the widget with the focus.
+QString state(const QWidget &dialog)
+{
+    QString seen;
+    for (const QPushButton *button : dialog.findChildren<QPushButton *>())
+        seen += button->isEnabled() ? button->text() + u' ' : QString();
+    const QAccessibleInterface *heard = QAccessible::queryAccessibleInterface(dialog.focusWidget());
+    return seen + u"/ " + heard->text(QAccessible::Name) + u' ' + heard->text(QAccessible::Description);
+}
+
 void press(const QWidget &dialog, const QString &text)
 {
     for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
-        if (button->text() == text)
-            return button->click();
+        if (button->text() != text)
+            continue;
+        button->setFocus();
+        return button->click();
     }
     QFAIL(qPrintable(text));
 }
@@ -168,6 +181,13 @@ void tst_setup::step(const QString &line)
         {u"reads"_s, [&] { QCOMPARE(dialog->nick, rest); }},
         {u"row"_s, [&] { dialog->list()->setCurrentRow(rest.toInt()); }},
         {u"key"_s, [&] { QTest::keyClick(dialog->list(), QKeySequence::fromString(rest)[0].key()); }},
+        {u"double"_s,
+         [&] {
+             const QRect at = dialog->list()->visualItemRect(dialog->list()->item(rest.toInt()));
+             QTest::mouseClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
+             QTest::mouseDClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
+         }},
+        {u"state"_s, [&] { said = state(dialog->box); }},
         {u"look"_s, [&] { press(dialog->box, rest); }},
         {u"Quick"_s,
          [&] {
@@ -199,6 +219,8 @@ void tst_setup::useEditor(const QString &verb, const QString &rest)
 // Runs on a small screen, too.
 void tst_setup::fitTheScreen()
 {
+    step(u"open"_s);
+    QVERIFY(user::picture(dialog->box, u"connect-first"_s));
     step(u"$ printf '[Presets]\\n0=Libera\\n1=At home\\n' >$f"_s);
     step(u"open"_s);
     connectbox &box = dialog->box;

@@ -92,6 +92,9 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
     pages->addTab(quickPage, tr("Quick"));
 
+    connect(presetList, &QListWidget::itemSelectionChanged, this, &connectbox::enableButtons);
+    connect(presetList, &QListWidget::itemDoubleClicked, this, &connectbox::ConnectButtonPush);
+    connect(pages, &QTabWidget::currentChanged, this, &connectbox::enableButtons);
     loadSettings();
     fillPresetList();
     presetList->setFocus();
@@ -134,21 +137,22 @@ void connectbox::sayNotSaved()
 
 bool connectbox::checkQuickConnect()
 {
-    const auto refuse = [this](const QString &why) {
+    const auto refuse = [this](QLineEdit *field, const QString &why) {
         say(this, why);
+        field->setFocus();
         return false;
     };
     if (nickOut->isEmpty())
-        return refuse(tr("You must specify a nickname"));
+        return refuse(nickEdit, tr("You must specify a nickname"));
     if (nickOut->contains(u' '))
-        return refuse(tr("You can't have a space in your nick"));
+        return refuse(nickEdit, tr("You can't have a space in your nick"));
     if (serverOut->isEmpty())
-        return refuse(tr("You must specify an IRC server"));
+        return refuse(serverEdit, tr("You must specify an IRC server"));
     if (serverOut->contains(u' '))
-        return refuse(tr("You can't have a space\nin the server name"));
+        return refuse(serverEdit, tr("You can't have a space\nin the server name"));
     const ircaddress address(*serverOut);
     if (const QString error = ircaddress::errorOf(*serverOut); !error.isEmpty())
-        return refuse(error);
+        return refuse(serverEdit, error);
     if (!address.account().isEmpty() && !askPassword(this, address.account(), &m_details.password))
         return false;
     Config config(Config::settingsName());
@@ -194,6 +198,18 @@ void connectbox::fillPresetList()
     for (const preset &p : std::as_const(presets))
         names.append(p.name.left(maxName));
     presetList->fill(names);
+    enableButtons();
+}
+
+void connectbox::enableButtons()
+{
+    const bool chosen = presetList->selectedRow() >= 0;
+    // A button that is switched off would give its focus to its neighbour.
+    if (!chosen && (focusWidget() == editButton || focusWidget() == delButton))
+        presetList->setFocus();
+    editButton->setEnabled(chosen);
+    delButton->setEnabled(chosen);
+    connectButton->setEnabled(chosen || pages->currentWidget() == quickPage);
 }
 
 void connectbox::savePresets()

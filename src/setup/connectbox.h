@@ -43,6 +43,8 @@ public:
 private:
     void loadSettings();
     void fillPresetList();
+    /// Only what would do something can be pressed.
+    void enableButtons();
     void savePresets();
     /// Runs the editor; saves and shows what it changed.
     void runEditor(bool adding);
