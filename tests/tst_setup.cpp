@@ -6,14 +6,19 @@
 #include "config.h"
 #include "connectbox.h"
 #include "fingers.h"
+#include "isupport.h"
+#include "manners.h"
 #include "parlo.h"
+#include "plaintab.h"
 #include "presetbox.h"
 #include "rows.h"
 #include "user.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
+#include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -119,11 +124,15 @@ private Q_SLOTS:
 
 private:
     void step(const QString &line);
+    void openTab(bool minds);
+    irctab *tab() const { return main->findChild<plaintab *>(); }
     void useEditor(const QString &verb, const QString &rest);
     QByteArray file() const;
 
     std::unique_ptr<QTemporaryDir> home;
     std::optional<asked> dialog;
+    std::unique_ptr<parlo> main;
+    bool agrees = true;
     QString said;
 };
 
@@ -135,6 +144,8 @@ void tst_setup::init()
     qputenv("parlo", PARLO);
     std::signal(SIGXFSZ, SIG_IGN);
     dialog.reset();
+    main.reset();
+    agrees = true;
     said.clear();
 }
 
@@ -168,7 +179,7 @@ void tst_setup::step(const QString &line)
     connect(&message, &QTimer::timeout, this, [this] {
         if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
             said = box->windowTitle() == u"Parlo" ? box->text() : u"wrong title"_s;
-            box->accept();
+            box->done(agrees ? QDialog::Accepted : QDialog::Rejected);
         }
     });
     message.start(0);
@@ -187,6 +198,30 @@ void tst_setup::step(const QString &line)
              QTest::mouseClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
              QTest::mouseDClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
          }},
+        {u"disagree"_s, [&] { agrees = false; }},
+        {u"tab"_s, [&] { openTab(rest == u"by"); }},
+        {u"paste"_s,
+         [&] {
+             QApplication::clipboard()->setText(QString(rest).replace(u"&"_s, u"x|"_s).replace(u'|', u'\n'));
+             QTest::keySequence(tab()->input, QKeySequence::Paste);
+             QCoreApplication::processEvents();
+         }},
+        {u"type"_s, [&] { QTest::keySequence(tab()->input, QKeySequence(rest)); }},
+        {u"compose"_s,
+         [&] {
+             QInputMethodEvent preedit(u"\u00b4"_s, {});
+             QApplication::sendEvent(tab()->input, &preedit);
+             QInputMethodEvent commit;
+             commit.setCommitString(rest);
+             QApplication::sendEvent(tab()->input, &commit);
+         }},
+        {u"write"_s, [&] { tab()->input->setText(rest); }},
+        {u"line"_s,
+         [&] {
+             const QString note =
+                 QAccessible::queryAccessibleInterface(tab()->input)->text(QAccessible::Description);
+             said += u'[' + tab()->input->text() + u']' + note;
+         }},
         {u"state"_s, [&] { said = state(dialog->box); }},
         {u"look"_s, [&] { press(dialog->box, rest); }},
         {u"Quick"_s,
@@ -196,6 +231,23 @@ void tst_setup::step(const QString &line)
          }},
     };
     verbs.value(verb, [&] { press(dialog->box, verb); })();
+}
+
+/// Opens the window without a connection. Where lines are minded, one has 100 characters.
+void tst_setup::openTab(bool minds)
+{
+    static const manners today = manners::today();
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    main = std::make_unique<parlo>();
+    main->show();
+    QVERIFY(QTest::qWaitForWindowActive(main.get()));
+    if (minds)
+        tab()->follow(isupport::classic(), today);
+    tab()->mindLines([](const QString &text) { return text.size() > 800 ? 0 : (text.size() + 99) / 100; },
+                     [this](const QStringList &lines) {
+                         said += u" sent "_s +
+                                 (lines.size() < 9 ? lines.join(u'|') : QString::number(lines.size()));
+                     });
 }
 
 /// Uses the editor if it is open, and cancels it if it is still open after that.

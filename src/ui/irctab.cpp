@@ -114,6 +114,21 @@ void irctab::follow(const isupport &serverRules, const manners &sessionManner)
     view->manner = manner;
 }
 
+void irctab::mindLines(std::function<qsizetype(const QString &)> pieces,
+                       const std::function<void(const QStringList &)> &send)
+{
+    auto *line = qobject_cast<chatinput *>(input);
+    line->mindLines([this, pieces = std::move(pieces)](const QString &text) {
+        return manner->mindsSending ? pieces(text) : -1;
+    });
+    connect(line, &chatinput::gotLines, this, [this, send](const QStringList &lines) {
+        inputRefused = false;
+        send(lines);
+        if (!inputRefused)
+            input->clear();
+    });
+}
+
 bool irctab::isInFront() const
 {
     return mainWindow->tabBar->currentTab() == tabId;
