@@ -12,6 +12,7 @@
 #include "plaintab.h"
 #include "presetbox.h"
 #include "rows.h"
+#include "settingsbox.h"
 #include "user.h"
 
 #include <QAccessible>
@@ -215,6 +216,28 @@ void tst_setup::step(const QString &line)
              commit.setCommitString(rest);
              QApplication::sendEvent(tab()->input, &commit);
          }},
+        {u"page"_s,
+         [&] {
+             auto *page = main->findChild<settingsbox *>();
+             QTRY_COMPARE(QApplication::activeWindow(), page);
+             for (const QString &key : rest.split(u' '))
+                 QTest::keySequence(page->focusWidget(), QKeySequence::fromString(key));
+         }},
+        {u"menu"_s,
+         [&] {
+             const QPoint middle = main->tabBar->rect().center();
+             QContextMenuEvent key(QContextMenuEvent::Keyboard, middle, main->tabBar->mapToGlobal(middle));
+             const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+             if (rest == u"key")
+                 QApplication::sendEvent(main->tabBar, &key);
+             else
+                 QTest::touchEvent(main->tabBar, screen.get()).press(0, middle);
+             QTRY_VERIFY(QApplication::activePopupWidget());
+             QTest::touchEvent(main->tabBar, screen.get()).release(0, middle);
+             QTest::keySequence(QApplication::activePopupWidget(), QKeySequence(Qt::Key_S));
+             said = main->findChild<settingsbox *>()->windowTitle();
+         }},
+        {u"shut"_s, [&] { main.reset(); }},
         {u"write"_s, [&] { tab()->input->setText(rest); }},
         {u"line"_s,
          [&] {
@@ -285,15 +308,19 @@ void tst_setup::fitTheScreen()
     QList<preset> presets{{u"Libera"_s, u"irc.libera.chat"_s, 6667, u"ada"_s, {}, {u"#parlo"_s}}};
     presetbox editor(&presets, 0, false, &box);
     QVERIFY(user::picture(editor, u"preset-editor"_s));
+    settingsbox settings({}, &box);
+    QVERIFY(settings.isMaximized() || settings.size().boundedTo({240, 320}) == settings.size());
+    settings.resize(settings.size().expandedTo({240, 320}));
+    QVERIFY(user::picture(settings, u"settings"_s));
     const QSize screen = box.screen()->availableSize();
     QVERIFY(screen.height() < 300 || editor.size() == QSize(200, 250));
-    for (const QDialog *shown : std::initializer_list<QDialog *>{&box, &editor}) {
+    for (const QDialog *shown : std::initializer_list<QDialog *>{&box, &editor, &settings}) {
         QCOMPARE(user::nameless(*shown), QStringList());
         QCOMPARE(shown->frameSize().boundedTo(screen), shown->frameSize());
         for (const QWidget *part : shown->findChildren<QWidget *>()) {
             const auto *label = qobject_cast<const QLabel *>(part);
             const bool button = part->inherits("QPushButton");
-            if (!part->isVisible() || part->window() != shown ||
+            if (part->visibleRegion().isEmpty() || part->window() != shown ||
                 !(label != nullptr || button || part->inherits("QLineEdit")))
                 continue;
             const QRect place(part->mapTo(shown, QPoint()), part->size());

@@ -2,16 +2,23 @@
 #include "parlo.h"
 
 #include "box.h"
+#include "channeltab.h"
+#include "chatinput.h"
+#include "fingers.h"
 #include "ircsession.h"
 #include "logview.h"
 #include "resource.h"
+#include "settingsbox.h"
 #include "tabbar.h"
+#include "tabmenu.h"
 #include "version.h"
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QHBoxLayout>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -24,12 +31,8 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QSt
     setWindowTitle(u"Parlo v" + parloVersion);
     mainBox = new QWidget(this);
     widgetStack = new QStackedWidget(mainBox);
-    tabBar = new tabbar(mainBox);
-    tabBar->setShape(QTabBar::RoundedSouth);
-    tabBar->show();
-    auto *column = box<QVBoxLayout>(mainBox);
-    column->addWidget(widgetStack);
-    column->addWidget(tabBar);
+    box<QVBoxLayout>(mainBox)->addWidget(widgetStack);
+    addTabBar();
     setCentralWidget(mainBox);
     addViewKeys();
     applyFontSize();
@@ -40,6 +43,28 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QSt
 }
 
 parlo::~parlo() = default;
+
+void parlo::addTabBar()
+{
+    tabBar = new tabbar(mainBox);
+    tabBar->setShape(QTabBar::RoundedSouth);
+    tabBar->show();
+    connect(new tabmenu(tabBar), &tabmenu::settingsWanted, this, &parlo::openSettings);
+    auto *row = box<QHBoxLayout, QWidget>(nullptr);
+    static_cast<QVBoxLayout *>(mainBox->layout())->addLayout(row);
+    row->addWidget(tabBar);
+    // Nobody finds out by chance that a finger opens a menu when it is held.
+    if (!fingersUsed())
+        return;
+    auto *button = new QToolButton(mainBox);
+    button->setText(u"\u2261"_s);
+    button->setAccessibleName(tr("Settings"));
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoRaise(true);
+    button->setMinimumSize(fingerSize, fingerSize);
+    connect(button, &QToolButton::clicked, this, &parlo::openSettings);
+    row->addWidget(button);
+}
 
 void parlo::addViewKeys()
 {
@@ -55,6 +80,38 @@ void parlo::addViewKeys()
         for (logview *view : findChildren<logview *>())
             view->setTimes(prefs().times);
     });
+    add(Qt::CTRL | Qt::Key_Comma, [this] { openSettings(); });
+}
+
+void parlo::openSettings()
+{
+    if (settings != nullptr)
+        return settings->activateWindow();
+    settings = new settingsbox(prefs(), this);
+    connect(settings, &settingsbox::changed, this, &parlo::applySettings);
+    connect(settings, &QDialog::finished, this, [this] {
+        if (auto *input = widgetStack->currentWidget()->findChild<chatinput *>())
+            input->setFocus();
+    });
+    settings->open();
+}
+
+void parlo::applySettings(preferences wanted)
+{
+    const preferences before = prefs();
+    wanted.ignored = before.ignored; // not on that page
+    keeper()->change(wanted);
+    applyFontSize();
+    for (logview *view : findChildren<logview *>()) {
+        if (wanted.times != before.times)
+            view->setTimes(wanted.times);
+        view->setScrollback(wanted.scrollback);
+    }
+    // A tab may differ from the others until the user wants all to be the same.
+    for (channeltab *tab : findChildren<channeltab *>()) {
+        if (wanted.userListShown != before.userListShown && tab->userListShown != wanted.userListShown)
+            tab->showHideUserlist();
+    }
 }
 
 void parlo::zoom(int steps)

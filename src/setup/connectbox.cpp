@@ -14,7 +14,6 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -37,13 +36,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 {
     setObjectName(u"foo"_s);
     setModal(true);
-    // On a handheld the dialog fills the screen, as the main window does later. Matchbox needs that: it would
-    // move the focus between a modal dialog and the dialog behind it without end.
-    if (isSmall(*screen())) {
-        setWindowFlags(Qt::Window);
-        setGeometry(screen()->availableGeometry());
-        setWindowState(Qt::WindowMaximized);
-    }
+    fillSmallScreen(this);
     setWindowTitle(u"Connect to IRC Server"_s);
 
     mainBox = new QWidget(this);
