@@ -16,6 +16,7 @@ constexpr int toFrame = 4;
 linenote::linenote(QLineEdit *lineEdit) : QLabel(lineEdit), edit(lineEdit)
 {
     hide();
+    setForegroundRole(QPalette::WindowText);
     // What is below it can still be clicked.
     setAttribute(Qt::WA_TransparentForMouseEvents);
     edit->installEventFilter(this);
