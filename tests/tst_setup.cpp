@@ -7,6 +7,7 @@
 #include "connectbox.h"
 #include "fingers.h"
 #include "isupport.h"
+#include "lastsession.h"
 #include "manners.h"
 #include "parlo.h"
 #include "plaintab.h"
@@ -57,7 +58,8 @@ struct asked
     QString outcome()
     {
         if (box.result() != 0)
-            return u"connects %1 %2 %3 "_s.arg(nick, server).arg(port) + channels.join(u',');
+            return u"connects "_s + nick + u' ' + server + u' ' + QString::number(port) + u' ' +
+                   channels.join(u',');
         QStringList names;
         for (int i = 0; i < list()->count(); ++i)
             names.append(list()->item(i)->text() == oddName ? u"odd"_s : list()->item(i)->text());
@@ -189,7 +191,19 @@ void tst_setup::step(const QString &line)
          [&] {
              QCOMPARE(QProcess::execute(u"sh"_s, {u"-c"_s, rest}), 0);
          }},
-        {u"open"_s, [&] { dialog.emplace().box.show(); }},
+        {u"open"_s,
+         [&] {
+             dialog.emplace().box.proposeLast();
+             dialog->box.show();
+         }},
+        {u"ended"_s,
+         [&] {
+             const QStringList words = rest.split(u' ');
+             lastsession{ircaddress(words[0]), words.value(1).toUShort(), words.value(2),
+                         words.value(3).split(u',', Qt::SkipEmptyParts)}
+                 .save();
+         }},
+        {u"joins"_s, [&] { QCOMPARE(ircaddress(dialog->server).channels().join(u','), rest); }},
         {u"reads"_s, [&] { QCOMPARE(dialog->nick, rest); }},
         {u"row"_s, [&] { dialog->list()->setCurrentRow(rest.toInt()); }},
         {u"key"_s, [&] { QTest::keyClick(dialog->list(), QKeySequence::fromString(rest)[0].key()); }},

@@ -7,7 +7,9 @@
 #include "form.h"
 #include "inputline.h"
 #include "ircport.h"
+#include "lastsession.h"
 #include "passwordprompt.h"
+#include "preferences.h"
 #include "presetbox.h"
 #include "presetlist.h"
 #include "say.h"
@@ -99,6 +101,16 @@ void connectbox::proposeServer(const QString &server)
 {
     pages->setCurrentWidget(quickPage);
     serverEdit->setText(server);
+}
+
+void connectbox::proposeLast()
+{
+    const lastsession last = lastsession::load();
+    if (!last.address.isValid() || !preferences::load(Config::settingsName()).reopens)
+        return;
+    proposeServer(last.text());
+    nickEdit->setText(last.nick);
+    connectButton->setFocus();
 }
 
 void connectbox::setNick(const QString &text)
