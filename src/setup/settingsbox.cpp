@@ -19,6 +19,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,7 +62,7 @@ QString logFolder()
 
 } // namespace
 
-settingsbox::settingsbox(const preferences &now, QWidget *window) : QDialog(window), shown(now)
+settingsbox::settingsbox(preferences now, QWidget *window) : QDialog(window), shown(std::move(now))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Settings"));

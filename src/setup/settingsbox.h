@@ -17,7 +17,7 @@ class settingsbox : public QDialog
 
 public:
     /// Shows `now`. The font of the views is as large as that of `window`, in points, if the user chooses none.
-    settingsbox(const preferences &now, QWidget *window);
+    settingsbox(preferences now, QWidget *window);
 
 Q_SIGNALS:
     /// The user wants this from now on. What the page does not show is as it was when it opened.
@@ -32,12 +32,12 @@ private:
     void apply();
 
     preferences shown;
-    QSpinBox *fontSize;
-    QSpinBox *scrollback;
-    QCheckBox *times;
-    QCheckBox *userList;
-    QCheckBox *notifies;
-    QLineEdit *highlights;
-    QCheckBox *logs;
-    QCheckBox *reopens;
+    QSpinBox *fontSize = nullptr;
+    QSpinBox *scrollback = nullptr;
+    QCheckBox *times = nullptr;
+    QCheckBox *userList = nullptr;
+    QCheckBox *notifies = nullptr;
+    QLineEdit *highlights = nullptr;
+    QCheckBox *logs = nullptr;
+    QCheckBox *reopens = nullptr;
 };
