@@ -28,6 +28,8 @@ namespace {
 constexpr int maxScrollback = 1'000'000;
 constexpr int scrollbackStep = 500;
 constexpr int margin = 4;
+/// With rows as high as a finger, all of them fit above the button and below the title of the window.
+constexpr int rowSpacing = 2;
 
 /// Points, or the desktop's own size below them. Up goes from there to what is next to that size.
 class pointsbox : public QSpinBox
@@ -96,7 +98,8 @@ QWidget *settingsbox::makeRows()
     auto *page = new QWidget;
     auto *rows = new form(page);
     rows->setContentsMargins(margin, margin, margin, margin);
-    rows->setSpacing(margin);
+    rows->setHorizontalSpacing(margin);
+    rows->setVerticalSpacing(rowSpacing);
 
     fontSize = new pointsbox(QFontInfo(parentWidget()->font()).pointSize(), page);
     fontSize->setValue(shown.fontSize == 0 ? fontSize->minimum() : shown.fontSize);
