@@ -6,13 +6,22 @@
 #include "config.h"
 #include "connectbox.h"
 #include "fingers.h"
+#include "ircuser.h"
+#include "isupport.h"
+#include "lastsession.h"
+#include "manners.h"
 #include "parlo.h"
+#include "plaintab.h"
 #include "presetbox.h"
 #include "rows.h"
+#include "settingsbox.h"
 #include "user.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
+#include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -50,7 +59,8 @@ struct asked
     QString outcome()
     {
         if (box.result() != 0)
-            return u"connects %1 %2 %3 "_s.arg(nick, server).arg(port) + channels.join(u',');
+            return u"connects "_s + nick + u' ' + server + u' ' + QString::number(port) + u' ' +
+                   channels.join(u',');
         QStringList names;
         for (int i = 0; i < list()->count(); ++i)
             names.append(list()->item(i)->text() == oddName ? u"odd"_s : list()->item(i)->text());
@@ -81,11 +91,23 @@ QString filled(const QWidget &page)
     return texts.join(u'|');
 }
 
+/// Which buttons can be pressed, and what a screen reader gets for the widget with the focus.
+QString state(const QWidget &dialog)
+{
+    QString seen;
+    for (const QPushButton *button : dialog.findChildren<QPushButton *>())
+        seen += button->isEnabled() ? button->text() + u' ' : QString();
+    const QAccessibleInterface *heard = QAccessible::queryAccessibleInterface(dialog.focusWidget());
+    return seen + u"/ " + heard->text(QAccessible::Name) + u' ' + heard->text(QAccessible::Description);
+}
+
 void press(const QWidget &dialog, const QString &text)
 {
     for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
-        if (button->text() == text)
-            return button->click();
+        if (button->text() != text)
+            continue;
+        button->setFocus();
+        return button->click();
     }
     QFAIL(qPrintable(text));
 }
@@ -106,11 +128,15 @@ private Q_SLOTS:
 
 private:
     void step(const QString &line);
+    void openTab(bool minds);
+    irctab *tab() const { return main->findChild<plaintab *>(); }
     void useEditor(const QString &verb, const QString &rest);
     QByteArray file() const;
 
     std::unique_ptr<QTemporaryDir> home;
     std::optional<asked> dialog;
+    std::unique_ptr<parlo> main;
+    bool agrees = true;
     QString said;
 };
 
@@ -122,6 +148,8 @@ void tst_setup::init()
     qputenv("parlo", PARLO);
     std::signal(SIGXFSZ, SIG_IGN);
     dialog.reset();
+    main.reset();
+    agrees = true;
     said.clear();
 }
 
@@ -155,7 +183,7 @@ void tst_setup::step(const QString &line)
     connect(&message, &QTimer::timeout, this, [this] {
         if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
             said = box->windowTitle() == u"Parlo" ? box->text() : u"wrong title"_s;
-            box->accept();
+            box->done(agrees ? QDialog::Accepted : QDialog::Rejected);
         }
     });
     message.start(0);
@@ -164,10 +192,75 @@ void tst_setup::step(const QString &line)
          [&] {
              QCOMPARE(QProcess::execute(u"sh"_s, {u"-c"_s, rest}), 0);
          }},
-        {u"open"_s, [&] { dialog.emplace().box.show(); }},
+        {u"open"_s,
+         [&] {
+             dialog.emplace().box.proposeLast();
+             dialog->box.show();
+         }},
+        {u"ended"_s,
+         [&] {
+             const QStringList words = rest.split(u' ');
+             lastsession{ircaddress(words[0]), words.value(1).toUShort(), words.value(2),
+                         words.value(3).split(u',', Qt::SkipEmptyParts)}
+                 .save();
+         }},
+        {u"joins"_s, [&] { QCOMPARE(ircaddress(dialog->server).channels().join(u','), rest); }},
         {u"reads"_s, [&] { QCOMPARE(dialog->nick, rest); }},
         {u"row"_s, [&] { dialog->list()->setCurrentRow(rest.toInt()); }},
         {u"key"_s, [&] { QTest::keyClick(dialog->list(), QKeySequence::fromString(rest)[0].key()); }},
+        {u"double"_s,
+         [&] {
+             const QRect at = dialog->list()->visualItemRect(dialog->list()->item(rest.toInt()));
+             QTest::mouseClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
+             QTest::mouseDClick(dialog->list()->viewport(), Qt::LeftButton, {}, at.center());
+         }},
+        {u"disagree"_s, [&] { agrees = false; }},
+        {u"tab"_s, [&] { openTab(rest == u"by"); }},
+        {u"paste"_s,
+         [&] {
+             QApplication::clipboard()->setText(QString(rest).replace(u"&"_s, u"x|"_s).replace(u'|', u'\n'));
+             QTest::keySequence(tab()->input, QKeySequence::Paste);
+             QCoreApplication::processEvents();
+         }},
+        {u"type"_s, [&] { QTest::keySequence(tab()->input, QKeySequence(rest)); }},
+        {u"compose"_s,
+         [&] {
+             QInputMethodEvent preedit(u"\u00b4"_s, {});
+             QApplication::sendEvent(tab()->input, &preedit);
+             QInputMethodEvent commit;
+             commit.setCommitString(rest);
+             QApplication::sendEvent(tab()->input, &commit);
+         }},
+        {u"page"_s,
+         [&] {
+             auto *page = main->findChild<settingsbox *>();
+             QTRY_COMPARE(QApplication::activeWindow(), page);
+             for (const QString &key : rest.split(u' '))
+                 QTest::keySequence(page->focusWidget(), QKeySequence::fromString(key));
+         }},
+        {u"menu"_s,
+         [&] {
+             const QPoint middle = main->tabBar->rect().center();
+             QContextMenuEvent key(QContextMenuEvent::Keyboard, middle, main->tabBar->mapToGlobal(middle));
+             const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+             if (rest == u"key")
+                 QApplication::sendEvent(main->tabBar, &key);
+             else
+                 QTest::touchEvent(main->tabBar, screen.get()).press(0, middle);
+             QTRY_VERIFY(QApplication::activePopupWidget());
+             QTest::touchEvent(main->tabBar, screen.get()).release(0, middle);
+             QTest::keySequence(QApplication::activePopupWidget(), QKeySequence(Qt::Key_S));
+             said = main->findChild<settingsbox *>()->windowTitle();
+         }},
+        {u"shut"_s, [&] { main.reset(); }},
+        {u"write"_s, [&] { tab()->input->setText(rest); }},
+        {u"line"_s,
+         [&] {
+             const QString note =
+                 QAccessible::queryAccessibleInterface(tab()->input)->text(QAccessible::Description);
+             said += u'[' + tab()->input->text() + u']' + note;
+         }},
+        {u"state"_s, [&] { said = state(dialog->box); }},
         {u"look"_s, [&] { press(dialog->box, rest); }},
         {u"Quick"_s,
          [&] {
@@ -176,6 +269,25 @@ void tst_setup::step(const QString &line)
          }},
     };
     verbs.value(verb, [&] { press(dialog->box, verb); })();
+}
+
+/// Opens the window without a connection. Where lines are minded, one has 100 characters.
+void tst_setup::openTab(bool minds)
+{
+    static const manners today = manners::today();
+    static const ircuser nobody;
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    main = std::make_unique<parlo>();
+    main->show();
+    QVERIFY(QTest::qWaitForWindowActive(main.get()));
+    if (minds)
+        tab()->follow(isupport::classic(), today, nobody);
+    tab()->setState({});
+    tab()->mindLines([](const QString &text) { return text.size() > 800 ? 0 : (text.size() + 99) / 100; },
+                     [this](const QStringList &lines) {
+                         said += u" sent "_s +
+                                 (lines.size() < 9 ? lines.join(u'|') : QString::number(lines.size()));
+                     });
 }
 
 /// Uses the editor if it is open, and cancels it if it is still open after that.
@@ -199,6 +311,8 @@ void tst_setup::useEditor(const QString &verb, const QString &rest)
 // Runs on a small screen, too.
 void tst_setup::fitTheScreen()
 {
+    step(u"open"_s);
+    QVERIFY(user::picture(dialog->box, u"connect-first"_s));
     step(u"$ printf '[Presets]\\n0=Libera\\n1=At home\\n' >$f"_s);
     step(u"open"_s);
     connectbox &box = dialog->box;
@@ -211,15 +325,19 @@ void tst_setup::fitTheScreen()
     QList<preset> presets{{u"Libera"_s, u"irc.libera.chat"_s, 6667, u"ada"_s, {}, {u"#parlo"_s}}};
     presetbox editor(&presets, 0, false, &box);
     QVERIFY(user::picture(editor, u"preset-editor"_s));
+    settingsbox settings({}, &box);
+    QVERIFY(settings.isMaximized() || settings.size().boundedTo({240, 320}) == settings.size());
+    settings.resize(settings.size().expandedTo({240, 320}));
+    QVERIFY(user::picture(settings, u"settings"_s));
     const QSize screen = box.screen()->availableSize();
     QVERIFY(screen.height() < 300 || editor.size() == QSize(200, 250));
-    for (const QDialog *shown : std::initializer_list<QDialog *>{&box, &editor}) {
+    for (const QDialog *shown : std::initializer_list<QDialog *>{&box, &editor, &settings}) {
         QCOMPARE(user::nameless(*shown), QStringList());
         QCOMPARE(shown->frameSize().boundedTo(screen), shown->frameSize());
         for (const QWidget *part : shown->findChildren<QWidget *>()) {
             const auto *label = qobject_cast<const QLabel *>(part);
             const bool button = part->inherits("QPushButton");
-            if (!part->isVisible() || part->window() != shown ||
+            if (part->visibleRegion().isEmpty() || part->window() != shown ||
                 !(label != nullptr || button || part->inherits("QLineEdit")))
                 continue;
             const QRect place(part->mapTo(shown, QPoint()), part->size());

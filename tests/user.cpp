@@ -5,6 +5,7 @@
 #include "connectbox.h"
 #include "ircuserbox.h"
 #include "preset.h"
+#include "settingsbox.h"
 
 #include <QAccessible>
 #include <QContextMenuEvent>
@@ -95,8 +96,13 @@ void user::select(const QString &tab)
 void user::press(const QString &tab, const QString &keys)
 {
     // A shortcut works in the active window only; below a prompt no key reaches it.
-    m_window->activateWindow();
-    if (QApplication::activeModalWidget() != nullptr || !QTest::qWaitForWindowActive(m_window.get()))
+    QWidget *window = m_window->findChild<settingsbox *>();
+    if (window == nullptr || !window->isVisible())
+        window = m_window.get();
+    window->activateWindow();
+    QWidget *prompt = QApplication::activeModalWidget();
+    if ((prompt != nullptr && prompt != window) ||
+        !QTest::qWaitFor([&] { return QApplication::activeWindow() == window; }))
         return;
     for (const QString &key : keys.split(u' ')) {
         QWidget *to = tab.isEmpty() ? QApplication::focusWidget() : in<chatinput>(tab);

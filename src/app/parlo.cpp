@@ -2,10 +2,14 @@
 #include "parlo.h"
 
 #include "box.h"
+#include "channeltab.h"
+#include "chatinput.h"
 #include "ircsession.h"
 #include "logview.h"
 #include "resource.h"
+#include "settingsbox.h"
 #include "tabbar.h"
+#include "tabmenu.h"
 #include "version.h"
 
 #include <QApplication>
@@ -27,6 +31,7 @@ parlo::parlo(QWidget *parent, const char *name, Qt::WindowFlags flags, const QSt
     tabBar = new tabbar(mainBox);
     tabBar->setShape(QTabBar::RoundedSouth);
     tabBar->show();
+    connect(new tabmenu(tabBar), &tabmenu::settingsWanted, this, &parlo::openSettings);
     auto *column = box<QVBoxLayout>(mainBox);
     column->addWidget(widgetStack);
     column->addWidget(tabBar);
@@ -55,6 +60,38 @@ void parlo::addViewKeys()
         for (logview *view : findChildren<logview *>())
             view->setTimes(prefs().times);
     });
+    add(Qt::CTRL | Qt::Key_Comma, [this] { openSettings(); });
+}
+
+void parlo::openSettings()
+{
+    if (settings != nullptr)
+        return settings->activateWindow();
+    settings = new settingsbox(prefs(), this);
+    connect(settings, &settingsbox::changed, this, &parlo::applySettings);
+    connect(settings, &QDialog::finished, this, [this] {
+        if (auto *input = widgetStack->currentWidget()->findChild<chatinput *>())
+            input->setFocus();
+    });
+    settings->open();
+}
+
+void parlo::applySettings(preferences wanted)
+{
+    const preferences before = prefs();
+    wanted.ignored = before.ignored; // not on that page
+    keeper()->change(wanted);
+    applyFontSize();
+    for (logview *view : findChildren<logview *>()) {
+        if (wanted.times != before.times)
+            view->setTimes(wanted.times);
+        view->setScrollback(wanted.scrollback);
+    }
+    // A tab may differ from the others until the user wants all to be the same.
+    for (channeltab *tab : findChildren<channeltab *>()) {
+        if (wanted.userListShown != before.userListShown && tab->userListShown != wanted.userListShown)
+            tab->showHideUserlist();
+    }
 }
 
 void parlo::zoom(int steps)

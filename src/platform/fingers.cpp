@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QInputDevice>
 #include <QScreen>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -17,6 +18,16 @@ constexpr int handheldSide = 640;
 bool isSmall(const QScreen &screen)
 {
     return std::min(screen.size().width(), screen.size().height()) <= handheldSide;
+}
+
+// Matchbox needs that: it would move the focus between a modal dialog and the window behind it without end.
+void fillSmallScreen(QWidget *dialog)
+{
+    if (!isSmall(*dialog->screen()))
+        return;
+    dialog->setWindowFlags(Qt::Window);
+    dialog->setGeometry(dialog->screen()->availableGeometry());
+    dialog->setWindowState(Qt::WindowMaximized);
 }
 
 bool fingersUsed()

@@ -2,12 +2,16 @@
 #pragma once
 
 class QScreen;
+class QWidget;
 
 /// The minimum width and height, in pixels, of what a finger can hit.
 constexpr int fingerSize = 28;
 
 /// Whether `screen` is that of a handheld, with few pixels in at least one direction.
 bool isSmall(const QScreen &screen);
+
+/// On a handheld, `dialog` will fill the screen as the main window does. Call it before the dialog is shown.
+void fillSmallScreen(QWidget *dialog);
 
 /// Whether fingers are used here: there is a touch screen, or the main screen is small. May change while the
 /// program runs; false while there is no screen at all.

@@ -15,4 +15,9 @@ public:
     static constexpr Qt::InputMethodHints hostName = asTyped | Qt::ImhUrlCharactersOnly;
 
     explicit inputline(QWidget *parent, const QString &text = {});
+
+Q_SIGNALS:
+    /// The text had several lines, as in `lines`, and is now one. Comes from inside of the change: the receiver must
+    /// not change the text.
+    void joined(const QStringList &lines);
 };

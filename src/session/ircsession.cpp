@@ -109,6 +109,8 @@ void ircsession::showConnectDialog(const QString &address)
     connectbox dialog(&nick, &server, &port, &channels);
     if (!address.isEmpty())
         dialog.proposeServer(address);
+    else
+        dialog.proposeLast();
     dialog.exec();
     if (dialog.result() != QDialog::Accepted || nick.isEmpty() || server.isEmpty())
         return;

@@ -7,14 +7,15 @@
 #include "form.h"
 #include "inputline.h"
 #include "ircport.h"
+#include "lastsession.h"
 #include "passwordprompt.h"
+#include "preferences.h"
 #include "presetbox.h"
 #include "presetlist.h"
 #include "say.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -37,13 +38,7 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
 {
     setObjectName(u"foo"_s);
     setModal(true);
-    // On a handheld the dialog fills the screen, as the main window does later. Matchbox needs that: it would
-    // move the focus between a modal dialog and the dialog behind it without end.
-    if (isSmall(*screen())) {
-        setWindowFlags(Qt::Window);
-        setGeometry(screen()->availableGeometry());
-        setWindowState(Qt::WindowMaximized);
-    }
+    fillSmallScreen(this);
     setWindowTitle(u"Connect to IRC Server"_s);
 
     mainBox = new QWidget(this);
@@ -92,6 +87,9 @@ connectbox::connectbox(QString *nick, QString *server, int *port, QStringList *c
     connect(serverEdit, &QLineEdit::textChanged, this, &connectbox::setServer);
     pages->addTab(quickPage, tr("Quick"));
 
+    connect(presetList, &QListWidget::itemSelectionChanged, this, &connectbox::enableButtons);
+    connect(presetList, &QListWidget::itemDoubleClicked, this, &connectbox::ConnectButtonPush);
+    connect(pages, &QTabWidget::currentChanged, this, &connectbox::enableButtons);
     loadSettings();
     fillPresetList();
     presetList->setFocus();
@@ -103,6 +101,16 @@ void connectbox::proposeServer(const QString &server)
 {
     pages->setCurrentWidget(quickPage);
     serverEdit->setText(server);
+}
+
+void connectbox::proposeLast()
+{
+    const lastsession last = lastsession::load();
+    if (!last.address.isValid() || !preferences::load(Config::settingsName()).reopens)
+        return;
+    proposeServer(last.text());
+    nickEdit->setText(last.nick);
+    connectButton->setFocus();
 }
 
 void connectbox::setNick(const QString &text)
@@ -134,21 +142,22 @@ void connectbox::sayNotSaved()
 
 bool connectbox::checkQuickConnect()
 {
-    const auto refuse = [this](const QString &why) {
+    const auto refuse = [this](QLineEdit *field, const QString &why) {
         say(this, why);
+        field->setFocus();
         return false;
     };
     if (nickOut->isEmpty())
-        return refuse(tr("You must specify a nickname"));
+        return refuse(nickEdit, tr("You must specify a nickname"));
     if (nickOut->contains(u' '))
-        return refuse(tr("You can't have a space in your nick"));
+        return refuse(nickEdit, tr("You can't have a space in your nick"));
     if (serverOut->isEmpty())
-        return refuse(tr("You must specify an IRC server"));
+        return refuse(serverEdit, tr("You must specify an IRC server"));
     if (serverOut->contains(u' '))
-        return refuse(tr("You can't have a space\nin the server name"));
+        return refuse(serverEdit, tr("You can't have a space\nin the server name"));
     const ircaddress address(*serverOut);
     if (const QString error = ircaddress::errorOf(*serverOut); !error.isEmpty())
-        return refuse(error);
+        return refuse(serverEdit, error);
     if (!address.account().isEmpty() && !askPassword(this, address.account(), &m_details.password))
         return false;
     Config config(Config::settingsName());
@@ -194,6 +203,18 @@ void connectbox::fillPresetList()
     for (const preset &p : std::as_const(presets))
         names.append(p.name.left(maxName));
     presetList->fill(names);
+    enableButtons();
+}
+
+void connectbox::enableButtons()
+{
+    const bool chosen = presetList->selectedRow() >= 0;
+    // A button that is switched off would give its focus to its neighbour.
+    if (!chosen && (focusWidget() == editButton || focusWidget() == delButton))
+        presetList->setFocus();
+    editButton->setEnabled(chosen);
+    delButton->setEnabled(chosen);
+    connectButton->setEnabled(chosen || pages->currentWidget() == quickPage);
 }
 
 void connectbox::savePresets()

@@ -25,6 +25,8 @@ public:
 
     /// Opens the page "Quick" with this server in it.
     void proposeServer(const QString &server);
+    /// Opens the page "Quick" with the session by address that was open last, if the user wants that and there is one.
+    void proposeLast();
     /// What the choice needs besides, if its server is an address; complete when exec() has returned Accepted.
     const destination &details() const { return m_details; }
 
@@ -43,6 +45,8 @@ public:
 private:
     void loadSettings();
     void fillPresetList();
+    /// Only what would do something can be pressed.
+    void enableButtons();
     void savePresets();
     /// Runs the editor; saves and shows what it changed.
     void runEditor(bool adding);

@@ -133,14 +133,17 @@ void presetbox::showTodayRow(QLineEdit *edit, const QString &text) const
     edit->setCursorPosition(0);
 }
 
-QString presetbox::complaint() const
+QString presetbox::complaint(QLineEdit **wrong) const
 {
+    *wrong = nameEdit;
     if (nameEdit->text().isEmpty())
         return tr("You must specify a preset name");
+    *wrong = nickEdit;
     if (nickEdit->text().isEmpty())
         return tr("You must specify a nickname");
     if (nickEdit->text().contains(u' '))
         return tr("You cannot have a space in your nickname");
+    *wrong = serverEdit;
     if (serverEdit->text().isEmpty())
         return tr("You must specify an IRC server");
     if (serverEdit->text().contains(u' '))
@@ -150,9 +153,10 @@ QString presetbox::complaint() const
 
 void presetbox::accept()
 {
-    const QString wrong = complaint();
-    if (!wrong.isEmpty()) {
-        say(this, wrong);
+    QLineEdit *wrong = nullptr;
+    if (const QString why = complaint(&wrong); !why.isEmpty()) {
+        say(this, why);
+        wrong->setFocus();
         return;
     }
     if (adding) {

@@ -37,8 +37,8 @@ private:
     /// Takes what those rows hold, if they are of use.
     void keepTodayRows();
     void showTodayRow(QLineEdit *edit, const QString &text) const;
-    /// What is wrong with the fields; empty when nothing is.
-    QString complaint() const;
+    /// What is wrong with the fields, and which one it is; empty when nothing is.
+    QString complaint(QLineEdit **wrong) const;
 
     QList<preset> *presets;
     int index;

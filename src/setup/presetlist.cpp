@@ -12,6 +12,9 @@
 
 namespace {
 
+/// Pixels around the text of an empty list.
+constexpr int margin = 4;
+
 /// High enough for a finger, and with a frame when it has the focus: the frame of Qt's style is hardly
 /// visible on a dark desktop.
 class presetrow : public QStyledItemDelegate
@@ -48,6 +51,23 @@ void presetlist::fill(const QStringList &names)
     clear();
     addItems(names);
     setCurrentRow(std::min(row, count() - 1), QItemSelectionModel::NoUpdate);
+    setAccessibleDescription(names.isEmpty() ? whatToDo() : QString());
+}
+
+QString presetlist::whatToDo()
+{
+    return tr("Add a server, or use Quick");
+}
+
+void presetlist::paintEvent(QPaintEvent *event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().placeholderText().color());
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, whatToDo());
 }
 
 int presetlist::selectedRow() const

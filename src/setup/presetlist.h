@@ -19,4 +19,9 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    /// An empty list says what to do.
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    static QString whatToDo();
 };

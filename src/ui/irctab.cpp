@@ -156,6 +156,21 @@ bool irctab::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+void irctab::mindLines(std::function<qsizetype(const QString &)> pieces,
+                       const std::function<void(const QStringList &)> &send)
+{
+    auto *line = qobject_cast<chatinput *>(input);
+    line->mindLines([this, pieces = std::move(pieces)](const QString &text) {
+        return m_manner->mindsSending ? pieces(text) : -1;
+    });
+    connect(line, &chatinput::gotLines, this, [this, send](const QStringList &lines) {
+        inputRefused = false;
+        send(lines);
+        if (!inputRefused)
+            input->clear();
+    });
+}
+
 bool irctab::isInFront() const
 {
     return mainWindow->tabBar->currentTab() == tabId;

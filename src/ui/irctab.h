@@ -42,6 +42,11 @@ public:
     void setState(const QString &text);
     /// What was typed cannot be sent: says why, and keeps it in the input line, if this comes from gotUserInput().
     void refuseInput(const QString &why);
+    /// In sessions that mind what they send, the input line tells the user into how many lines a text will be cut, as
+    /// `pieces` says (0: too long), and offers to send a text of several lines that is pasted into it: `send` gets
+    /// the lines, and may refuse them with refuseInput(). None of them is a command.
+    void mindLines(std::function<qsizetype(const QString &)> pieces,
+                   const std::function<void(const QStringList &)> &send);
     /// Takes note of what is shown here next: the tab is marked with it, unless it is ours or old, Tab completes the last to
     /// speak first, talk for us has a tint, and the line shows when it was said if that is long ago.
     void happened(const struct event &what);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tabwindow.h"
 
-#include "config.h"
-
 using namespace std::chrono_literals;
 
 namespace {
@@ -12,12 +10,12 @@ constexpr auto savingDelay = 1s;
 
 } // namespace
 
-tabwindow::tabwindow(QWidget *parent, Qt::WindowFlags flags)
-    : QMainWindow(parent, flags), m_prefs(preferences::load(Config::settingsName())), savedPrefs(m_prefs)
+tabwindow::tabwindow(QWidget *parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
 {
     saving.setSingleShot(true);
     saving.setInterval(savingDelay);
     connect(&saving, &QTimer::timeout, this, &tabwindow::savePrefs);
+    connect(&kept, &preferencekeeper::changed, &saving, qOverload<>(&QTimer::start));
 }
 
 tabwindow::~tabwindow()
@@ -35,7 +33,6 @@ void tabwindow::resizeEvent(QResizeEvent *event)
 void tabwindow::savePrefs()
 {
     if (!isMaximized() && !isFullScreen())
-        m_prefs.windowSize = size();
-    if (m_prefs != savedPrefs && m_prefs.save(Config::settingsName()))
-        savedPrefs = m_prefs;
+        kept.setWindowSize(size());
+    kept.save();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "preferences.h"
+#include "preferencekeeper.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -20,14 +20,18 @@ public:
     explicit tabwindow(QWidget *parent = nullptr, Qt::WindowFlags flags = {});
     ~tabwindow() override;
 
-    const preferences &prefs() const { return m_prefs; }
+    const preferences &prefs() const { return kept.now(); }
     /// Changes one of the preferences: prefer(&preferences::fontSize, 12).
     template <typename Value>
     void prefer(Value preferences::*which, const Value &value)
     {
-        m_prefs.*which = value;
-        saving.start();
+        preferences wanted = prefs();
+        wanted.*which = value;
+        kept.change(wanted);
     }
+    /// Changes them all at once, and has the signal that they have changed. It is an object of its own because parlo's
+    /// meta-object names QMainWindow as the one above it.
+    preferencekeeper *keeper() { return &kept; }
 
     tabbar *tabBar = nullptr;
     QStackedWidget *widgetStack = nullptr;
@@ -38,8 +42,6 @@ protected:
 private:
     void savePrefs();
 
-    preferences m_prefs;
-    /// What the settings file holds.
-    preferences savedPrefs;
+    preferencekeeper kept;
     QTimer saving;
 };
