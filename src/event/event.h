@@ -22,9 +22,11 @@ struct event
     qint64 when = 0;
     /// It was kept for us and comes late: it is no news.
     bool old = false;
+    /// The user wants to hear nothing of who did it: it is not shown.
+    bool ignored = false;
     /// We did it ourselves.
     bool ours = false;
-    /// It was sent to us alone, or contains our nick. False if `ours` is true.
+    /// It was sent to us alone, or contains our nick or a word that the user listens for. False if `ours` is true.
     bool forUs = false;
 
     /// Whether a person said something.

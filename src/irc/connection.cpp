@@ -352,9 +352,9 @@ qsizetype connection::roomFor(const QString &target) const
     return textsplitter::room(supports.maxLine, link.mask.with(identity.nick()), u"PRIVMSG"_s, target);
 }
 
-qsizetype connection::piecesOf(const QString &target, const QString &text) const
+qsizetype connection::piecesOf(const QString &target, const QString &text, bool action) const
 {
-    return textsplitter::split(text, roomFor(target)).size();
+    return outbox::cut({target, text, action}, roomFor(target)).size();
 }
 
 bool connection::say(const QString &target, const QString &text, bool action)

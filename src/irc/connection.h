@@ -41,6 +41,10 @@ public:
     /// The server's name for itself in its welcome (001); empty before that and after the end of the
     /// connection.
     QString serverName() const { return link.serverName; }
+    /// The host that we want to be connected to; empty before the first connectToServer().
+    QString host() const { return manner.negotiates ? keeper.where().address.host() : server; }
+    /// The nick that the user wants: in a session by address, the server may have given us another one.
+    QString wantedNick() const { return manner.negotiates ? byAddress.nick.wanted() : identity.nick(); }
     /// Whether the server has welcomed us (001).
     bool isRegistered() const { return link.registered; }
 
@@ -51,7 +55,7 @@ public:
     /// False if it would take too many.
     bool say(const QString &target, const QString &text, bool action);
     /// In how many lines say() would send `text`; 0 if that are too many.
-    qsizetype piecesOf(const QString &target, const QString &text) const;
+    qsizetype piecesOf(const QString &target, const QString &text, bool action) const;
     /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
     void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);

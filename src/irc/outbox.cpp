@@ -25,10 +25,15 @@ outbox::outbox()
     next.callOnTimeout(this, &outbox::pump);
 }
 
+QStringList outbox::cut(const piece &whole, qsizetype maxBytes)
+{
+    return textsplitter::split(whole.text, maxBytes - (whole.action ? actionBytes : 0));
+}
+
 bool outbox::say(const piece &whole, qsizetype maxBytes)
 {
     QList<piece> pieces;
-    for (const QString &text : textsplitter::split(whole.text, maxBytes - (whole.action ? actionBytes : 0)))
+    for (const QString &text : cut(whole, maxBytes))
         pieces.append({whole.target, text, whole.action});
     if (!pieces.isEmpty())
         add(pieces);

@@ -4,7 +4,7 @@
 #include "countdown.h"
 #include "sendpace.h"
 
-#include <QList>
+#include <QStringList>
 
 /// What somebody wants to say, on its way out: the pieces of a long text go at a pace that servers bear.
 class outbox : public QObject
@@ -23,6 +23,9 @@ public:
     };
 
     outbox();
+
+    /// The texts of the pieces; none if these would be too many.
+    static QStringList cut(const piece &whole, qsizetype maxBytes);
 
     /// Cuts `whole` into pieces of at most `maxBytes` each, which go out next; the first ones do so before this returns.
     /// False if these were too many.

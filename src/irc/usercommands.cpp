@@ -183,7 +183,6 @@ struct usercommand
 
 constexpr QLatin1StringView closeWord = "CLOSE"_L1;
 constexpr QLatin1StringView actionWord = "ME"_L1;
-constexpr QLatin1StringView queryWord = "QUERY"_L1;
 
 constexpr usercommand commands[] = {
     {"SERVER"_L1, scope::anywhere, era::classic, link::any, server},
@@ -199,7 +198,10 @@ constexpr usercommand commands[] = {
     // The session shows it first, but for the tab of the server.
     {actionWord, scope::anywhere, era::classic, link::needed, me},
     {closeWord, scope::conversations, era::classic, link::any},
-    {queryWord, scope::anywhere, era::today, link::any},
+    {"QUERY"_L1, scope::anywhere, era::today, link::any},
+    {"IGNORE"_L1, scope::anywhere, era::today, link::any},
+    {"UNIGNORE"_L1, scope::anywhere, era::today, link::any},
+    {"LOG"_L1, scope::anywhere, era::today, link::any},
     {"TOPIC"_L1, scope::channels, era::today, link::needed, topic},
     {"WHOIS"_L1, scope::anywhere, era::today, link::needed, whois},
     {"NAMES"_L1, scope::channels, era::today, link::needed, names},
@@ -272,14 +274,4 @@ QString usercommands::wordOf(const QString &text, QString *args)
     QString name = word(stream).toUpper();
     *args = rest(stream);
     return name;
-}
-
-bool usercommands::isQuery(const QString &text, QString *nick, QString *said)
-{
-    QString args;
-    if (!begins(text, queryWord, &args))
-        return false;
-    *nick = args.trimmed().section(u' ', 0, 0);
-    *said = args.trimmed().section(u' ', 1).trimmed();
-    return !nick->isEmpty();
 }

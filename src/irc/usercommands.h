@@ -25,8 +25,5 @@ bool isClose(const QString &text);
 bool isAction(const QString &text, QString *action);
 /// The first word of a command, in capitals; `args` becomes what follows it.
 QString wordOf(const QString &text, QString *args);
-/// Whether `text` opens a tab for talk with someone (sessions by address); if so, `nick` and `said` become whom and what is
-/// said at once.
-bool isQuery(const QString &text, QString *nick, QString *said);
 
 } // namespace usercommands

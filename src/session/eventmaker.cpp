@@ -2,9 +2,13 @@
 #include "eventmaker.h"
 
 #include "connection.h"
+#include "ignorelist.h"
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "mention.h"
+#include "preferences.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -25,7 +29,9 @@ event eventmaker::make(event::kind what, const ircuser &who, const QDateTime &sa
 {
     event e = make(what);
     e.who = who;
-    e.ours = what != event::kind::reply && conn.isMe(who.nick());
+    const bool byUs = conn.isMe(who.nick());
+    e.ours = what != event::kind::reply && byUs;
+    e.ignored = !byUs && conn.manner.moreCommands && ignored.ignores(who, conn.supports);
     if (conn.manner.taggedLines && said.isValid()) {
         e.old = e.when - said.toMSecsSinceEpoch() > maxAgeMs;
         e.when = e.old ? said.toMSecsSinceEpoch() : e.when;
@@ -38,8 +44,14 @@ event eventmaker::make(event::kind what, const ircmessage *msg, const QString &t
     event e = make(what, *msg->prefix(), msg->tags().time());
     e.where = msg->param(0, true);
     e.text = text;
-    e.forUs = e.isTalk() && !e.ours && (addressedToMe(msg) || mentions(text, conn.identity.nick()));
+    e.forUs = e.isTalk() && !e.ours && !e.ignored && (addressedToMe(msg) || isForUs(text));
     return e;
+}
+
+bool eventmaker::isForUs(const QString &text) const
+{
+    return mentions(text, conn.identity.nick()) ||
+           std::ranges::any_of(prefs.highlights, [&](const QString &word) { return mentions(text, word); });
 }
 
 event eventmaker::make(const ircmode &change) const

@@ -6,15 +6,20 @@
 #include <QDateTime>
 
 class connection;
+class ignorelist;
 class ircmessage;
 class ircmode;
+struct preferences;
 
 /// Makes the event for what happens now, before it is shown: who did it, when, and what it is to us.
 class eventmaker
 {
 public:
-    /// `conn` knows who we are; it must outlive this.
-    explicit eventmaker(const connection &ofSession) : conn(ofSession) {}
+    /// The connection knows who we are, the preferences which words the user listens for. All must outlive this.
+    eventmaker(const connection &ofSession, const preferences &ofUser, const ignorelist &unwanted)
+        : conn(ofSession), prefs(ofUser), ignored(unwanted)
+    {
+    }
 
     /// What nobody on IRC did.
     static event make(event::kind what);
@@ -30,5 +35,10 @@ private:
     /// `said` is when the line says that it happened; it may say nothing.
     event make(event::kind what, const ircuser &who, const QDateTime &said) const;
 
+    /// Whether a text has our nick in it, or a word that the user listens for.
+    bool isForUs(const QString &text) const;
+
     const connection &conn;
+    const preferences &prefs;
+    const ignorelist &ignored;
 };

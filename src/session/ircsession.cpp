@@ -7,6 +7,7 @@
 #include "ircmessage.h"
 #include "ircmode.h"
 #include "ircuserbox.h"
+#include "lastsession.h"
 #include "nameslist.h"
 #include "passwordprompt.h"
 #include "plaintab.h"
@@ -46,8 +47,11 @@ QString commandFor(memberaction what, const QString &nick, const QString &channe
 ircsession::ircsession(tabwindow *window)
     : mainWindow(window),
       tabs(window, conn.supports, conn.manner, conn.identity),
-      events(conn),
-      typed(conn, tabs)
+      ignored(window->prefs().ignored),
+      events(conn, window->prefs(), ignored),
+      logs(conn, window),
+      calls(window, tabs),
+      typed({conn, tabs, ignored, logs, window})
 {
     clock.start();
     conn.keeper.memory = &links;
@@ -79,12 +83,24 @@ ircsession::ircsession(tabwindow *window)
         if (channeltab *tab = tabs.findChannelTab(channel))
             tab->message(namesText(*tab->channel));
     });
+    connect(&logs, &logbook::failed, this, &ircsession::showStatus);
     wireTab(tabs.serverTab, nullptr);
+}
+
+ircsession::~ircsession()
+{
+    lastsession here;
+    if (mainWindow->prefs().reopens && conn.manner.negotiates && conn.isRegistered())
+        here = {conn.keeper.where().address, conn.keeper.where().port, conn.wantedNick(), conn.channels};
+    here.save();
 }
 
 void ircsession::wireTab(irctab *tab, channeltab *channel)
 {
+    logs.watch(tab);
+    typed.watch(tab);
     connect(tab, &irctab::gotUserInput, this, &ircsession::userInput);
+    connect(tab, &irctab::amTopTab, &calls, &attention::seen);
     if (channel == nullptr)
         return;
     connect(&conn, &connection::modes, channel, &irctab::modes);
@@ -204,11 +220,19 @@ irctab *ircsession::tabForMessage(const ircmessage *msg)
                             conn.manner.quietTabs ? irctab::opening::background : irctab::opening::front);
 }
 
+void ircsession::announce(irctab *tab, const struct event &talk)
+{
+    tab->happened(talk);
+    calls.happened(talk, tab);
+}
+
 void ircsession::parsePrivmsg(ircmessage *msg)
 {
     const auto e = events.make(event::kind::message, msg, msg->paramsFrom(1, true));
+    if (e.ignored)
+        return;
     irctab *tab = tabForMessage(msg);
-    tab->happened(e);
+    announce(tab, e);
     tab->privmsg(e.who.nick(), e.text);
 }
 
@@ -216,6 +240,10 @@ void ircsession::parseNotice(ircmessage *msg)
 {
     const QString sender = msg->prefix()->nick();
     const bool fromServer = !conn.isRegistered() || sender == conn.serverName();
+    const auto e =
+        events.make(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
+    if (e.ignored)
+        return;
     irctab *tab = nullptr;
     if (fromServer)
         tab = tabs.serverTab;
@@ -223,9 +251,7 @@ void ircsession::parseNotice(ircmessage *msg)
         tab = tabForMessage(msg);
     else if (tab = tabs.findTab(sender); tab == nullptr)
         tab = tabs.topTab;
-    const auto e =
-        events.make(fromServer ? event::kind::reply : event::kind::notice, msg, msg->paramsFrom(1, true));
-    tab->happened(e);
+    announce(tab, e);
     tab->notice(sender, e.text);
 }
 
@@ -251,7 +277,7 @@ void ircsession::parseCtcp(ircmessage *msg)
     if (answer.isEmpty())
         return;
     const auto e = events.make(event::kind::reply, msg);
-    if (e.old)
+    if (e.old || e.ignored)
         return;
     tabs.serverTab->happened(e);
     tabs.serverTab->message(u"Recieved CTCP " + keyword.toUpper() + u" from " + sender);
@@ -271,7 +297,10 @@ void ircsession::showReply(const ircmessage &msg)
         tab = tabs.serverTab;
     if (!reply.channel.isEmpty() && !conn.supports.same(tab->tabName(), reply.channel))
         reply.text.prepend(reply.channel + u": ");
-    tab->happened(events.make(event::kind::reply, &msg, reply.text));
+    const auto e = events.make(event::kind::reply, &msg, reply.text);
+    if (e.ignored)
+        return;
+    tab->happened(e);
     tab->message(reply.text);
 }
 
@@ -295,8 +324,10 @@ void ircsession::parseSplit(const netbatch &people)
 void ircsession::parseAction(ircmessage *msg)
 {
     const auto e = events.make(event::kind::action, msg, msg->paramsFrom(2, true));
+    if (e.ignored)
+        return;
     irctab *tab = tabForMessage(msg);
-    tab->happened(e);
+    announce(tab, e);
     tab->action(e.who.nick(), e.text);
 }
 
@@ -353,9 +384,11 @@ void ircsession::parseQuit(ircmessage *msg)
 
 void ircsession::parseKick(ircmessage *msg)
 {
-    const auto e = events.make(event::kind::kick, msg, msg->paramsFrom(2, true));
-    if (conn.supports.same(msg->param(1, true), conn.identity.nick()))
+    auto e = events.make(event::kind::kick, msg, msg->paramsFrom(2, true));
+    if (conn.supports.same(msg->param(1, true), conn.identity.nick())) {
         conn.remember(e.where, false);
+        e.ignored = false; // we have to know why the talk ends
+    }
     if (channeltab *tab = tabs.findChannelTab(e.where)) {
         tab->happened(e);
         tab->kick(msg->prefix(), msg->param(1, false), e.text);

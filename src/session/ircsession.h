@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "attention.h"
 #include "connection.h"
 #include "ctcpanswers.h"
 #include "eventmaker.h"
+#include "ignorelist.h"
 #include "linkstore.h"
+#include "logbook.h"
 #include "tabkeeper.h"
 #include "typing.h"
 
@@ -20,6 +23,8 @@ class ircsession : public QObject
 public:
     /// Opens the tab "Server" in `window`, which must outlive the session. Connects to nothing yet.
     explicit ircsession(tabwindow *window);
+    /// Remembers where we are, if the user wants that for the next start.
+    ~ircsession() override;
 
     /// Runs the connect dialog and connects as it says; returns when the dialog has closed. Where `address` names one, the
     /// dialog proposes it.
@@ -44,6 +49,8 @@ public Q_SLOTS:
     void rpl_endofnames(const QString &channel);
 
 private:
+    /// Marks `tab` with talk that is shown there next, and calls the user if it is for them.
+    void announce(irctab *tab, const struct event &talk);
     /// Connects a new tab; `channel` is the same if it is that of a channel.
     void wireTab(irctab *tab, channeltab *channel);
     /// The tab for a PRIVMSG or an ACTION: the sender's query tab or the target's tab. Opens it if there is
@@ -63,7 +70,10 @@ private:
     linkstore links;
     connection conn;
     tabkeeper tabs;
+    ignorelist ignored;
     eventmaker events;
+    logbook logs;
+    attention calls;
     typing typed;
     QElapsedTimer clock;
     ctcpanswers answers;

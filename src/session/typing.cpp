@@ -2,13 +2,19 @@
 #include "typing.h"
 
 #include "connection.h"
+#include "ignorelist.h"
+#include "logbook.h"
 #include "plaintab.h"
 #include "tabkeeper.h"
+#include "tabwindow.h"
 #include "usercommands.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// So many lines of the server one paste may take: with their pace, they are on their way for two minutes and a half.
+constexpr qsizetype maxPasted = 100;
 
 QString tooLong()
 {
@@ -20,9 +26,38 @@ QString noConnection()
     return u"Not sent: no connection"_s;
 }
 
+bool isCommand(const QString &typed)
+{
+    return typed.startsWith(u'/') && !typed.startsWith(u"//");
+}
+
+/// What is said by a text that is no command.
+QString spoken(const QString &typed)
+{
+    return typed.startsWith(u'/') ? typed.mid(1) : typed;
+}
+
 } // namespace
 
-typing::typing(connection &connection, tabkeeper &keeper) : conn(connection), tabs(keeper)
+struct typing::word
+{
+    QLatin1StringView name;
+    void (typing::*act)(irctab *tab, const QString &args) = nullptr;
+};
+
+// The table in usercommands has these words as well, for completion.
+const typing::word typing::words[] = {
+    {"ME"_L1, &typing::act},        {"QUERY"_L1, &typing::query},
+    {"IGNORE"_L1, &typing::ignore}, {"UNIGNORE"_L1, &typing::unignore},
+    {"LOG"_L1, &typing::log},
+};
+
+typing::typing(const rooms &ofSession)
+    : conn(ofSession.conn),
+      tabs(ofSession.tabs),
+      ignored(ofSession.ignored),
+      logs(ofSession.logs),
+      window(ofSession.window)
 {
     connect(&conn, &connection::said, this, &typing::showSaid);
     connect(&conn, &connection::notSaid, this, [this](const QString &target) {
@@ -33,23 +68,25 @@ typing::typing(connection &connection, tabkeeper &keeper) : conn(connection), ta
     connect(&conn, &connection::perform, this, &typing::perform);
 }
 
+void typing::watch(irctab *tab)
+{
+    tab->mindLines([this, tab](const QString &typed) { return piecesOf(tab, typed); },
+                   [this, tab](const QStringList &lines) { sayLines(tab, lines); });
+}
+
 void typing::take(const QString &text, irctab *tab)
 {
     if (text.isEmpty())
         return;
-    if (!text.startsWith(u'/') || text.startsWith(u"//"))
-        return say(tab, text.startsWith(u'/') ? text.mid(1) : text, false);
+    if (!isCommand(text))
+        return say(tab, spoken(text), false);
     if (tab != tabs.serverTab && usercommands::isClose(text))
         return tabs.closeTab(tab);
     QString args;
-    const QString word = usercommands::wordOf(text, &args);
-    if (word == u"ME")
-        return say(tab, args, true);
-    QString nick;
-    QString said;
-    if (usercommands::isQuery(text, &nick, &said)) {
-        tabs.openQuery(nick);
-        return said.isEmpty() ? void() : say(tabs.findTab(nick), said, false);
+    const QString name = usercommands::wordOf(text, &args);
+    for (const word &w : words) {
+        if (name == w.name)
+            return (this->*w.act)(tab, args);
     }
     if (!conn.userCommand(text, tab->tabName()))
         tab->refuseInput(noConnection());
@@ -58,19 +95,94 @@ void typing::take(const QString &text, irctab *tab)
 void typing::perform(const QString &line)
 {
     QString args;
-    const QString word = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
-    if (word != u"SERVER" && word != u"QUIT")
+    const QString name = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
+    if (name != u"SERVER" && name != u"QUIT")
         take(line, tabs.serverTab);
+}
+
+// --- the words ---
+
+void typing::act(irctab *tab, const QString &args)
+{
+    say(tab, args, true);
+}
+
+void typing::query(irctab * /*tab*/, const QString &args)
+{
+    const QString nick = args.section(u' ', 0, 0);
+    const QString text = args.section(u' ', 1).trimmed();
+    if (nick.isEmpty())
+        return;
+    tabs.openQuery(nick);
+    if (!text.isEmpty())
+        say(tabs.findTab(nick), text, false);
+}
+
+void typing::ignore(irctab *tab, const QString &args)
+{
+    const QString list = ignored.entries().join(u' ');
+    if (args.isEmpty())
+        return tab->message(list.isEmpty() ? u"Nobody is ignored"_s : u"Ignored: " + list);
+    const QString who = args.section(u' ', 0, 0);
+    const bool added = ignored.add(who, conn.supports);
+    tab->message((added ? u"Ignored from now on: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    window->prefer(&preferences::ignored, ignored.entries());
+}
+
+void typing::unignore(irctab *tab, const QString &args)
+{
+    const QString who = args.section(u' ', 0, 0);
+    const bool removed = ignored.remove(who, conn.supports);
+    tab->message((removed ? u"No longer ignored: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    window->prefer(&preferences::ignored, ignored.entries());
+}
+
+void typing::log(irctab *tab, const QString & /*args*/)
+{
+    tab->message(logs.whereabouts());
+}
+
+// --- what is said ---
+
+QString typing::obstacle(const irctab *tab) const
+{
+    if (tab == tabs.serverTab)
+        return u"Not sent: this is nobody's tab"_s;
+    return conn.isReady() ? QString() : noConnection();
 }
 
 void typing::say(irctab *tab, const QString &text, bool action)
 {
-    if (tab == tabs.serverTab)
-        tab->refuseInput(u"Not sent: this is nobody's tab"_s);
-    else if (!conn.isReady())
-        tab->refuseInput(noConnection());
+    if (const QString why = obstacle(tab); !why.isEmpty())
+        tab->refuseInput(why);
     else if (!text.isEmpty() && !conn.say(tab->tabName(), text, action))
         tab->refuseInput(tooLong());
+}
+
+void typing::sayLines(irctab *tab, const QStringList &lines)
+{
+    qsizetype pieces = 0;
+    bool fit = true;
+    for (const QString &line : lines) {
+        const qsizetype more = conn.piecesOf(tab->tabName(), line, false);
+        pieces += more;
+        fit = fit && more > 0;
+    }
+    if (const QString why = obstacle(tab); !why.isEmpty())
+        return tab->refuseInput(why);
+    if (!fit || pieces > maxPasted)
+        return tab->refuseInput(tooLong());
+    for (const QString &line : lines)
+        conn.say(tab->tabName(), line, false);
+}
+
+qsizetype typing::piecesOf(const irctab *tab, const QString &typed) const
+{
+    if (!isCommand(typed))
+        return conn.piecesOf(tab->tabName(), spoken(typed), false);
+    QString args;
+    const bool action = usercommands::wordOf(typed, &args) == u"ME";
+    return action ? conn.piecesOf(tab->tabName(), args, true) : 1;
 }
 
 void typing::showSaid(const QString &target, const QString &text, bool action)

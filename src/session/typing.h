@@ -5,8 +5,11 @@
 #include <QString>
 
 class connection;
+class ignorelist;
 class irctab;
+class logbook;
 class tabkeeper;
+class tabwindow;
 
 /// What the user types in a session by address, and what becomes of it: only what was sent is shown as said. What cannot be
 /// sent stays in the input line, and the tab says why.
@@ -15,9 +18,21 @@ class typing : public QObject
     Q_OBJECT
 
 public:
-    /// Both must outlive this.
-    typing(connection &conn, tabkeeper &tabs);
+    /// What else of the session a typed line may concern.
+    struct rooms
+    {
+        connection &conn;
+        tabkeeper &tabs;
+        ignorelist &ignored;
+        const logbook &logs;
+        tabwindow *window;
+    };
 
+    /// All of them must outlive this.
+    explicit typing(const rooms &ofSession);
+
+    /// A new tab: has its input line say how long a text may be.
+    void watch(irctab *tab);
     /// Does what `text` says, which was typed in `tab`.
     void take(const QString &text, irctab *tab);
     /// Does a line of a preset, as if it were typed in the tab of the server. One that would lead away from the connection
@@ -25,9 +40,27 @@ public:
     void perform(const QString &line);
 
 private:
+    struct word;
+    static const word words[];
+
+    // The words that are done here.
+    void act(irctab *tab, const QString &args);
+    void query(irctab *tab, const QString &args);
+    void ignore(irctab *tab, const QString &args);
+    void unignore(irctab *tab, const QString &args);
+    void log(irctab *tab, const QString &args);
+
     void say(irctab *tab, const QString &text, bool action);
+    void sayLines(irctab *tab, const QStringList &lines);
+    /// Why nothing can be said in `tab`; empty if it can.
+    QString obstacle(const irctab *tab) const;
+    /// Into how many lines what is typed in `tab` will be cut.
+    qsizetype piecesOf(const irctab *tab, const QString &typed) const;
     void showSaid(const QString &target, const QString &text, bool action);
 
     connection &conn;
     tabkeeper &tabs;
+    ignorelist &ignored;
+    const logbook &logs;
+    tabwindow *window;
 };

@@ -182,7 +182,8 @@ void irctab::happened(const struct event &what)
         view->stampNext(QDateTime::fromMSecsSinceEpoch(what.when));
     if (what.forUs && what.isTalk())
         view->markNext();
-    if (what.ours || what.old)
+    view->hideNext(what.ignored);
+    if (what.ours || what.old || what.ignored)
         return;
     mainWindow->tabBar->addActivity(tabId, activityOf(what));
     const QString nick = what.who.nick();

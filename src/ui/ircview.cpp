@@ -76,13 +76,14 @@ void ircview::stampNext(const QDateTime &time)
 
 void ircview::showLine(const QString &line)
 {
+    const QString start = std::exchange(stamp, {});
+    const linestore::mark what = std::exchange(mark, linestore::unmarked);
+    if (std::exchange(hidden, false))
+        return;
     setKeepsPlace(manner->keepsPlace);
     setShowsLinks(manner->showsLinks);
-    const linestore::mark what = std::exchange(mark, linestore::unmarked);
-    if (stamp.isEmpty())
-        addLine(line, QDateTime::currentSecsSinceEpoch(), what);
-    else
-        addLine(std::exchange(stamp, {}) + line, stampedAt, what);
+    addLine(start + line, start.isEmpty() ? QDateTime::currentSecsSinceEpoch() : stampedAt, what);
+    Q_EMIT lineShown();
 }
 
 void ircview::showPast(const QList<pastline> &past)

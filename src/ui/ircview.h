@@ -24,6 +24,8 @@ public:
     /// Shows lines of an earlier conversation, as plain text: each with its time, under its date.
     void showPast(const QList<pastline> &past);
 
+    /// The next line is not shown, if `on`.
+    void hideNext(bool on) { hidden = on; }
     // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
@@ -42,6 +44,10 @@ public:
     /// (U+0003) and plain (U+000F) as tags.
     static QString ircToHtml(const QString &text);
 
+Q_SIGNALS:
+    /// A line was shown: the last of lines(), and no earlier conversation.
+    void lineShown();
+
 private:
     void showLine(const QString &line);
     // A field as markup: the nick of who says something, any nick, what somebody said, any other text of the server's.
@@ -50,6 +56,7 @@ private:
     QString said(const QString &text) const;
     QString field(const QString &text) const;
 
+    bool hidden = false;
     /// What the next line begins with, if it was said long ago, and when that was, in seconds since 1970.
     QString stamp;
     qint64 stampedAt = 0;
