@@ -38,6 +38,13 @@
 //   choose TAB NICK           the user double-clicks a member
 //   menu TAB NICK ENTRIES     the menu of a member must have these entries, separated by " | "; it closes
 //   pick TAB NICK ENTRY       the user chooses an entry of the menu of a member
+//   state TAB WORDS           a screen reader must get this for the state of the tab's input line
+//   prefers KEY VALUE         in the settings of the chat this key has this value
+//   desktop CAN               there is a desktop with notifications, which can do this
+//   notified TITLE|BODY|ID    it must be asked next for this, in place of the notification with this id
+//   answers SIGNAL ID TEXT    it says this
+//   file NAME TEXT            a file of the user's must contain this text by now
+//   nowhere NAME TEXT         it must not
 //   button TAB WORDS          a screen reader must get this for the button in the tab's corner
 //   resize WIDTHxHEIGHT       the user makes the window this size
 //   looks TAB SIZE FONT LIST  the window must have this size, the tab's text must be this many points larger
@@ -56,7 +63,9 @@
 // texts. Lines that begin with ";" are comments. The test fails if Parlo sent, showed or warned of anything
 // that the script did not ask for.
 
+#include "config.h"
 #include "countdown.h"
+#include "fakedaemon.h"
 #include "linecodec.h"
 #include "parlo.h"
 #include "rows.h"
@@ -102,6 +111,9 @@ private:
     QProcess ngircd;
     QTcpSocket guest;
     QByteArray told;
+    std::unique_ptr<fakebus> bus;
+    std::unique_ptr<fakedaemon> desktop;
+    QStringList asked;
 };
 
 void tst_conversations::init()
@@ -113,6 +125,9 @@ void tst_conversations::init()
     QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support )"_s));
     // The last user's window saves its size when it is deleted.
     person.reset();
+    desktop.reset();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    asked.clear();
     person = std::make_unique<user>();
     server = std::make_unique<QTcpServer>();
     QVERIFY(server->listen(QHostAddress::LocalHost));
@@ -256,6 +271,31 @@ const tst_conversations::verb tst_conversations::verbs[] = {
      [](auto &t, auto &p) {
          t.person->menu(p.first, p.rest.section(u' ', 0, 0), p.rest.section(u' ', 1));
      }},
+    {"state"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->state(p.first), p.rest); }},
+    {"prefers"_L1,
+     [](auto &, auto &p) {
+         Config file(u"parlo"_s);
+         file.setGroup(u"Chat"_s);
+         file.writeEntry(p.first, p.rest);
+     }},
+    {"desktop"_L1,
+     [](auto &t, auto &p) {
+         t.bus = std::make_unique<fakebus>();
+         qputenv("DBUS_SESSION_BUS_ADDRESS", t.bus->start());
+         t.desktop = std::make_unique<fakedaemon>(QStringList{p.all}, &t.asked);
+     }},
+    {"notified"_L1,
+     [](auto &t, auto &p) {
+         QTRY_VERIFY(!t.asked.isEmpty());
+         QCOMPARE(t.asked.takeFirst(), p.all);
+     }},
+    {"answers"_L1, [](auto &t, auto &p) { t.desktop->tell(p.all.split(u' ')); }},
+    {"file"_L1,
+     [](auto &t, auto &p) {
+         const QByteArray text = p.rest.toUtf8();
+         QTRY_VERIFY2(t.person->file(p.first).contains(text), t.person->file(p.first).constData());
+     }},
+    {"nowhere"_L1, [](auto &t, auto &p) { QVERIFY(!t.person->file(p.first).contains(p.rest.toUtf8())); }},
     {"button"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->button(p.first), p.rest); }},
     {"resize"_L1,
      [](auto &t, auto &p) {
@@ -331,6 +371,7 @@ void tst_conversations::play()
         step(u"-> PONG :end"_s);
     }
     QCOMPARE(person->unreadLines().join(u'\n'), QString());
+    QCOMPARE(asked.join(u'\n'), QString());
 }
 
 QTEST_MAIN(tst_conversations)

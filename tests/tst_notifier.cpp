@@ -2,28 +2,22 @@
 //
 // Desktop notifications, on a bus of the test's own. Each row of rows/notifications.txt is a text, or a script of steps.
 
+#include "fakedaemon.h"
 #include "notifier.h"
 #include "rows.h"
 
 #include <QChildEvent>
-#include <QDBusContext>
-#include <QDBusMessage>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString service = u"org.freedesktop.Notifications"_s;
-const QString path = u"/org/freedesktop/Notifications"_s;
 
 QString decoded(const QString &text)
 {
@@ -31,70 +25,6 @@ QString decoded(const QString &text)
 }
 
 } // namespace
-
-/// A notification daemon. It writes down what it is asked for.
-class fakedaemon : public QObject, protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    fakedaemon(QStringList itsAbilities, QStringList *writesTo)
-        : seen(writesTo),
-          abilities(std::move(itsAbilities)),
-          bus(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                            QString::number(quintptr(this))))
-    {
-        bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
-        if (!abilities.isEmpty() && !bus.registerService(service))
-            qFatal("there is another daemon");
-    }
-    ~fakedaemon() override
-    {
-        bus.unregisterObject(path);
-        QCoreApplication::removePostedEvents(this);
-        QDBusConnection::disconnectFromBus(bus.name());
-    }
-
-    /// The name of a signal, an id, and a text or a number.
-    void tell(const QStringList &words)
-    {
-        QDBusMessage message = QDBusMessage::createSignal(path, service, words[0]);
-        const uint number = words[2].toUInt();
-        message.setArguments({words[1].toUInt(), number > 0 ? QVariant(number) : QVariant(words[2])});
-        bus.send(message);
-    }
-
-    bool refuses = false;
-    /// Happens while it is asked to show something, before it answers.
-    std::function<void()> meanwhile = [] {};
-
-public Q_SLOTS:
-    QStringList GetCapabilities() // NOLINT(readability-identifier-naming)
-    {
-        seen->append(u"asked"_s);
-        return abilities;
-    }
-    uint Notify(const QString &application, uint replaced, const QString &icon, const QString &title,
-                const QString &body, const QStringList &actions, const QVariantMap &hints, int expiry)
-    {
-        seen->append((QStringList{title, body, QString::number(replaced)} + actions.mid(0, 1)).join(u'|'));
-        if (application != u"Parlo" || icon != u"chat.parlo.Parlo" || hints[u"desktop-entry"_s] != icon ||
-            hints[u"category"_s] != u"im.received"_s || expiry != -1)
-            seen->append(u"as somebody else"_s);
-        meanwhile();
-        if (std::exchange(refuses, false))
-            sendErrorReply(QDBusError::Failed);
-        return replaced == 0 ? ++lastId : replaced;
-    }
-    void CloseNotification(uint id) { seen->append(u"close "_s + QString::number(id)); }
-
-private:
-    QStringList *seen;
-    QStringList abilities;
-    QDBusConnection bus;
-    uint lastId = 40;
-};
 
 /// Knows how many answers have come: each has a child of the notifier.
 class countednotifier : public notifier
@@ -112,14 +42,13 @@ class tst_notifier : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanupTestCase();
     void rows_data() { addRows("notifications"); }
     void rows();
 
 private:
     void play(const QString &step);
 
-    QProcess dbus;
+    fakebus bus;
     QByteArray address;
     QTemporaryDir folder;
 
@@ -131,16 +60,9 @@ private:
 
 void tst_notifier::initTestCase()
 {
-    dbus.start(u"dbus-daemon"_s, {u"--session"_s, u"--print-address"_s, u"--nofork"_s});
-    QVERIFY(dbus.waitForReadyRead());
-    address = dbus.readLine().trimmed();
+    address = bus.start();
+    QVERIFY(!address.isEmpty());
     qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
-}
-
-void tst_notifier::cleanupTestCase()
-{
-    dbus.terminate();
-    dbus.waitForFinished();
 }
 
 void tst_notifier::rows()

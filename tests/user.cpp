@@ -77,6 +77,12 @@ void user::connectTo(const QString &server, quint16 port, const QString &nick, c
     m_window->show();
 }
 
+QByteArray user::file(const QString &name) const
+{
+    QFile file(home.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 int user::indexOf(const QString &tab) const
 {
     const int copy = qMax(1, tab.section(u'/', 1).toInt());

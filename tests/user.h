@@ -25,7 +25,11 @@ public:
     /// The classes of the widgets in `window` that can get the focus but have no name for a screen reader.
     static QStringList nameless(const QWidget &window);
 
-    user() { qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); }
+    user()
+    {
+        for (const char *folder : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            qputenv(folder, home.path().toUtf8());
+    }
 
     /// Opens Parlo and connects to `server`; joins `channels`, which commas separate. The preset has `more` keys with
     /// their values.
@@ -36,6 +40,10 @@ public:
         connectTo(QStringLiteral("127.0.0.1"), port, nick, channels);
     }
 
+    /// What is in a file of the user's.
+    QByteArray file(const QString &name) const;
+    /// What a screen reader gets for the state of an input line.
+    QString state(const QString &tab) const { return in<chatinput>(tab)->accessibleDescription(); }
     /// The labels in the tab bar, from left to right.
     QStringList tabs() const { return m_window->tabBar->labels(); }
     QString frontTab() const { return tabs().value(m_window->tabBar->currentIndex()); }
