@@ -14,33 +14,28 @@
 #include "replysorter.h"
 #include "tabwindow.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the user would type for it in the tab of that channel.
-QString commandFor(memberaction what, const QString &nick, const QString &channel)
+struct memberrow
 {
-    switch (what) {
-    case memberaction::query:
-        return u"/query " + nick;
-    case memberaction::whois:
-        return u"/whois " + nick;
-    case memberaction::ignore:
-        return u"/ignore " + nick;
-    case memberaction::op:
-        return u"/mode " + channel + u" +o " + nick;
-    case memberaction::deop:
-        return u"/mode " + channel + u" -o " + nick;
-    case memberaction::voice:
-        return u"/mode " + channel + u" +v " + nick;
-    case memberaction::devoice:
-        return u"/mode " + channel + u" -v " + nick;
-    case memberaction::kick:
-        return u"/kick " + nick;
-    }
-    return {};
-}
+    memberaction what;
+    /// What the user would type in the tab of the channel, in front of the nick.
+    QLatin1StringView typed;
+};
+
+constexpr memberrow memberRows[] = {
+    {memberaction::whois, "/whois "_L1},
+    {memberaction::ignore, "/ignore "_L1},
+    {memberaction::kick, "/kick "_L1},
+    {memberaction::op, "/mode CHANNEL +o "_L1},
+    {memberaction::deop, "/mode CHANNEL -o "_L1},
+    {memberaction::voice, "/mode CHANNEL +v "_L1},
+    {memberaction::devoice, "/mode CHANNEL -v "_L1},
+};
 
 } // namespace
 
@@ -106,15 +101,19 @@ void ircsession::wireTab(irctab *tab, channeltab *channel)
     connect(&conn, &connection::modes, channel, &irctab::modes);
     connect(&conn, &connection::mode, channel, &channeltab::mode);
     connect(channel->userBox, &ircuserbox::asked, this,
-            [this, channel](memberaction what, const QString &nick) {
-                if (what == memberaction::query)
-                    tabs.openQuery(nick);
-                else
-                    userInput(commandFor(what, nick, channel->tabName()), channel);
-            });
+            [this, channel](memberaction what, const QString &nick) { memberAsked(what, nick, channel); });
 }
 
 // --- the user ---
+
+void ircsession::memberAsked(memberaction what, const QString &nick, channeltab *tab)
+{
+    // In a classic session, no typed word does this.
+    if (what == memberaction::query)
+        return tabs.openQuery(nick);
+    const auto *row = std::ranges::find(memberRows, what, &memberrow::what);
+    userInput(QString(row->typed).replace("CHANNEL"_L1, tab->tabName()) + nick, tab);
+}
 
 void ircsession::showConnectDialog(const QString &address)
 {

@@ -8,6 +8,7 @@
 #include "ignorelist.h"
 #include "linkstore.h"
 #include "logbook.h"
+#include "membermenu.h"
 #include "tabkeeper.h"
 #include "typing.h"
 
@@ -49,6 +50,8 @@ public Q_SLOTS:
     void rpl_endofnames(const QString &channel);
 
 private:
+    /// The user has asked for this in the menu of a member.
+    void memberAsked(memberaction what, const QString &nick, channeltab *tab);
     /// Marks `tab` with talk that is shown there next, and calls the user if it is for them.
     void announce(irctab *tab, const struct event &talk);
     /// Connects a new tab; `channel` is the same if it is that of a channel.
