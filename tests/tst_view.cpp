@@ -141,7 +141,7 @@ void tst_view::heldMembers()
     QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
     QTest::touchEvent(list, screen.get()).release(0, point);
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    QCOMPARE(menu->actions().at(0)->text(), u"a&&\u202eb c\u202c"_s);
+    QCOMPARE(menu->actions().at(0)->text(), u"\u2068a&&\u202eb c\u202c\u2069"_s);
     channel.clear();
     tab->userBox->fill(&channel);
     tab->userBox->takePending();

@@ -126,6 +126,25 @@ public:
         return text;
     }
 
+    /// Whether the text or its surroundings may have to be read from right to left.
+    static bool isTurning(QStringView piece)
+    {
+        const QChar first = piece.front();
+        if (first < firstTurning)
+            return false;
+        const char32_t c =
+            piece.size() > 1 ? QChar::surrogateToUcs4(first, piece[1]) : char32_t(first.unicode());
+        const QChar::Direction direction = QChar::direction(c);
+        return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN ||
+               (c >= leftToRightEmbedding.unicode() && c <= rightToLeftOverride.unicode()) ||
+               (c >= leftToRightIsolate.unicode() && c <= popIsolate.unicode());
+    }
+
+    /// No character before it is read from right to left.
+    static constexpr QChar firstTurning{0x590};
+    static constexpr QChar firstStrongIsolate{0x2068};
+    static constexpr QChar popIsolate{0x2069};
+
 private:
     static constexpr QChar leftToRightEmbedding{0x202a};
     static constexpr QChar rightToLeftEmbedding{0x202b};
@@ -133,8 +152,6 @@ private:
     static constexpr QChar leftToRightOverride{0x202d};
     static constexpr QChar rightToLeftOverride{0x202e};
     static constexpr QChar leftToRightIsolate{0x2066};
-    static constexpr QChar firstStrongIsolate{0x2068};
-    static constexpr QChar popIsolate{0x2069};
     /// More than people need, and fewer than would go unheard (UAX #9, BD2).
     static constexpr qsizetype maxOpen = 16;
 
@@ -162,10 +179,12 @@ QList<textrun> runsOf(QStringView text, bool codes)
     QList<textrun> runs;
     textlook look;
     directions open;
-    const auto append = [&runs, &look](QStringView piece) {
+    bool turns = false;
+    const auto append = [&](QStringView piece) {
         if (runs.isEmpty() || runs.last().look != look)
             runs.append({QString(), look});
         runs.last().text += piece;
+        turns = turns || directions::isTurning(piece);
     };
     for (qsizetype i = 0; i < text.size();) {
         const QChar c = text[i++];
@@ -189,6 +208,11 @@ QList<textrun> runsOf(QStringView text, bool codes)
     }
     if (!open.atEnd().isEmpty())
         append(open.atEnd());
+    // Otherwise it would change places with what stands beside it.
+    if (turns) {
+        runs.first().text.prepend(directions::firstStrongIsolate);
+        runs.last().text.append(directions::popIsolate);
+    }
     return runs;
 }
 

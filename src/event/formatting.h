@@ -31,7 +31,8 @@ struct textrun
 /// it is.
 ///
 /// What comes out stays in its place whatever went in: it has one line, no control characters and none that no font
-/// has, and every direction that it opens is closed.
+/// has, and every direction that it opens is closed. If it may be read from right to left, it is isolated (UAX #9): what
+/// stands before and behind it keeps its place.
 QList<textrun> formatted(const QString &said);
 
 /// The same for a name, which has no formatting: codes are left out.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "replysorter.h"
 
+#include "formatting.h"
 #include "ircmessage.h"
 #include "isupport.h"
 
@@ -17,7 +18,7 @@ struct replyrow
 {
     QLatin1StringView command;
     sortedreply::place where = server;
-    /// $0 is the sender, $1 the first parameter, and so on; $2- all from the second on. $2t is a time in seconds since
+    /// $0 is the sender, $1 the first parameter, and so on; $2- all from the second on, $* all from the first that is no number on, without our nick. $2t is a time in seconds since
     /// 1970, $2s a number of seconds.
     QLatin1StringView text;
 };
@@ -38,6 +39,11 @@ constexpr replyrow rows[] = {
     {"318"_L1, none, ""_L1},
     {"329"_L1, none, ""_L1},
     {"369"_L1, none, ""_L1},
+    // Some servers repeat the numbers in front of the text.
+    {"265"_L1, server, "$*"_L1},
+    {"266"_L1, server, "$*"_L1},
+    {"900"_L1, server, "$4-"_L1},
+    {"901"_L1, server, "$3-"_L1},
     // Channels.
     {"TOPIC"_L1, channel, "$0 sets the topic: $2-"_L1},
     {"331"_L1, channel, "No topic is set"_L1},
@@ -110,6 +116,15 @@ QString asDuration(const QString &text)
     return u"%1 h %2 min"_s.arg(seconds / 3600).arg(seconds / 60 % 60);
 }
 
+/// The place of the first parameter behind our nick that is no number.
+int firstWord(const ircmessage &message)
+{
+    int place = 1;
+    while (place < message.paramCount() && message.param(place, true).toInt() > 0)
+        ++place;
+    return place;
+}
+
 /// The text of a row with what `message` says in it. Standard replies end in one parameter of text, whatever stands
 /// between.
 QString filled(QLatin1StringView pattern, const ircmessage &message)
@@ -120,9 +135,14 @@ QString filled(QLatin1StringView pattern, const ircmessage &message)
             text += pattern[i];
             continue;
         }
-        const int number = QChar(pattern[++i]).digitValue();
+        if (pattern[++i] == u'*') {
+            text += message.paramsFrom(firstWord(message), true);
+            continue;
+        }
+        const int number = QChar(pattern[i]).digitValue();
         const char kind = i + 1 < pattern.size() ? QChar(pattern[i + 1]).toLatin1() : ' ';
-        const QString word = number == 0 ? message.prefix()->nick() : message.param(number - 1, true);
+        const QString word =
+            unformatted(number == 0 ? message.prefix()->nick() : message.param(number - 1, true));
         if (kind == '-')
             text += message.paramsFrom(number - 1, true);
         else if (kind == 't')
@@ -141,14 +161,16 @@ QString filled(QLatin1StringView pattern, const ircmessage &message)
 sortedreply sortReply(const ircmessage &message, const isupport &rules)
 {
     const QString command = message.command();
-    // RFC 2812, 5: the first parameter of a numeric is our nick, and those from 400 on are errors.
+    // RFC 2812, 5: the first parameter of a numeric is our nick, and those from 400 to 599 are errors.
     const int first = isNumeric(command) ? 1 : 0;
-    const bool isError = first == 1 && command >= "400"_L1;
+    const bool isError = first == 1 && command >= "400"_L1 && command < "600"_L1;
     for (const replyrow &row : rows) {
         if (command != row.command)
             continue;
         const QString name = message.param(command == "341"_L1 ? 2 : first, true);
-        return {row.where, row.where == channel ? name : QString(), filled(row.text, message), isError};
+        const bool empties = command == "TOPIC"_L1 && message.param(1, true).isEmpty();
+        return {row.where, row.where == channel ? name : QString(),
+                filled(empties ? "$0 removes the topic"_L1 : row.text, message), isError};
     }
     const QString name = message.param(first, true);
     if (rules.isChannel(name) && message.paramCount() > first + 1)

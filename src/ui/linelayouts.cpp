@@ -57,6 +57,8 @@ void linelayouts::layOut(QTextLayout &layout, int top) const
 {
     const QString text = layout.text();
     QTextOption option;
+    // A nick in another script must not turn the line around.
+    option.setTextDirection(Qt::LeftToRight);
     qreal y = top;
     layout.beginLayout();
     for (qsizetype place = 0;;) {
