@@ -41,7 +41,7 @@ connection::connection()
         if (write(next.line()))
             Q_EMIT said(next.target, next.text, next.action);
         else
-            Q_EMIT notSaid(next.target);
+            Q_EMIT notSaid(next.target, next.text, next.action);
     });
 }
 
@@ -69,9 +69,9 @@ void connection::connectToServer(const QString &host, int wantedPort, const QStr
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
     link.progress.connecting();
-    // What an address has to do with ends in silence, as a classic session does that connects again.
     if (address.isValid() || manner.negotiates) {
-        loggedIn = false;
+        // A classic link that is left for another ends in silence.
+        loggedIn = loggedIn && manner.negotiates;
         dropLink();
     }
     if (address.isValid()) {
@@ -149,8 +149,8 @@ void connection::endLink()
     const bool told = loggedIn && (!manner.negotiates || link.registered);
     link = {};
     loggedIn = false;
-    for (const outbox::piece &piece : pending.clear())
-        Q_EMIT notSaid(piece.target);
+    for (const outbox::piece &rest : pending.clear())
+        Q_EMIT notSaid(rest.target, rest.text, rest.action);
     Q_EMIT state(u"Not connected"_s);
     if (told)
         Q_EMIT disconnected();

@@ -146,7 +146,7 @@ Q_SIGNALS:
     /// A line of the user's did not go out: it is longer than the server takes.
     void tooLong();
     /// This could not go out any more.
-    void notSaid(const QString &target);
+    void notSaid(const QString &target, const QString &text, bool action);
     /// A line to be done as if it were typed in the tab of the server.
     void perform(const QString &line);
     /// The members of a channel were listed because the user has asked for them.

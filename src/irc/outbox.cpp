@@ -57,7 +57,14 @@ void outbox::add(const QList<piece> &pieces)
 QList<outbox::piece> outbox::clear()
 {
     next.stop();
-    return std::exchange(waiting, {});
+    QList<piece> rest;
+    for (const piece &p : std::exchange(waiting, {})) {
+        if (!rest.isEmpty() && rest.last().target == p.target && rest.last().action == p.action)
+            rest.last().text += u' ' + p.text;
+        else
+            rest.append(p);
+    }
+    return rest;
 }
 
 void outbox::pump()

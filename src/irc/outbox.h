@@ -30,7 +30,7 @@ public:
     /// Cuts `whole` into pieces of at most `maxBytes` each, which go out next; the first ones do so before this returns.
     /// False if these were too many.
     bool say(const piece &whole, qsizetype maxBytes);
-    /// Gives up what has not gone out, and returns it.
+    /// Gives up what has not gone out, and returns it: pieces that followed each other as one.
     QList<piece> clear();
 
 Q_SIGNALS:

@@ -9,6 +9,8 @@
 #include "tabwindow.h"
 #include "usercommands.h"
 
+#include <QLineEdit>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,10 +62,7 @@ typing::typing(const rooms &ofSession)
       window(ofSession.window)
 {
     connect(&conn, &connection::said, this, &typing::showSaid);
-    connect(&conn, &connection::notSaid, this, [this](const QString &target) {
-        if (irctab *tab = tabs.findTab(target))
-            tab->message(noConnection());
-    });
+    connect(&conn, &connection::notSaid, this, &typing::giveBack);
     connect(&conn, &connection::tooLong, this, [this] { tabs.frontTab()->refuseInput(tooLong()); });
     connect(&conn, &connection::perform, this, &typing::perform);
 }
@@ -183,6 +182,17 @@ qsizetype typing::piecesOf(const irctab *tab, const QString &typed) const
     QString args;
     const bool action = usercommands::wordOf(typed, &args) == u"ME";
     return action ? conn.piecesOf(tab->tabName(), args, true) : 1;
+}
+
+void typing::giveBack(const QString &target, const QString &text, bool action)
+{
+    irctab *tab = tabs.findTab(target);
+    if (tab == nullptr)
+        return;
+    tab->message(noConnection());
+    const QString start = action ? u"/me "_s : text.startsWith(u'/') ? u"/"_s : QString();
+    if (tab->input->text().isEmpty())
+        tab->input->setText(start + text);
 }
 
 void typing::showSaid(const QString &target, const QString &text, bool action)

@@ -56,6 +56,8 @@ private:
     QString obstacle(const irctab *tab) const;
     /// Into how many lines what is typed in `tab` will be cut.
     qsizetype piecesOf(const irctab *tab, const QString &typed) const;
+    /// What could not go out any more comes back into the input line, if that is empty.
+    void giveBack(const QString &target, const QString &text, bool action);
     void showSaid(const QString &target, const QString &text, bool action);
 
     connection &conn;
