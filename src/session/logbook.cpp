@@ -50,7 +50,7 @@ QString logbook::fileOf(const irctab *tab) const
     return folded(tab->tabName(), conn.supports.caseOfNames());
 }
 
-// Only the view knows how the line reads, and only our own words are behind our nick.
+// Only the view knows how the line reads. Our own words are behind our nick, and so are those that somebody quotes of us.
 QString logbook::withoutPassword(const irctab *tab, const QString &line) const
 {
     const QString start = u'<' + conn.identity.nick() + u"> ";
