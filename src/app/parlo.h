@@ -13,8 +13,7 @@ class settingsbox;
 /// The main window: the pages of the tabs, and the tab bar below them. Tabs add themselves to both.
 ///
 /// Ctrl+plus, Ctrl+minus and Ctrl+0 change the size of the text in all views, and Ctrl+T shows and hides
-/// the times. Ctrl+comma and the menu of the tab bar open the settings; where fingers are used, so does a button beside
-/// the bar.
+/// the times. Ctrl+comma and the menu of the tab bar open the page "Settings".
 class parlo : public tabwindow
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ struct event
     qint64 when = 0;
     /// It was kept for us and comes late: it is no news.
     bool old = false;
-    /// The user wants to hear nothing of who did it: it is not shown.
+    /// An ignored person did it: it is not shown. Who is in a channel may change all the same.
     bool ignored = false;
     /// We did it ourselves.
     bool ours = false;

@@ -359,7 +359,15 @@ qsizetype connection::piecesOf(const QString &target, const QString &text, bool 
 
 bool connection::say(const QString &target, const QString &text, bool action)
 {
-    return pending.say({target, text, action}, roomFor(target));
+    return pending.say({{target, text, action}}, roomFor(target));
+}
+
+bool connection::say(const QString &target, const QStringList &texts)
+{
+    QList<outbox::piece> all;
+    for (const QString &text : texts)
+        all.append({target, text, false});
+    return pending.say(all, roomFor(target));
 }
 
 void connection::sendPrivmsg(const QString &target, const QString &text)

@@ -56,6 +56,8 @@ public:
     bool say(const QString &target, const QString &text, bool action);
     /// In how many lines say() would send `text`; 0 if that are too many.
     qsizetype piecesOf(const QString &target, const QString &text, bool action) const;
+    /// Says each of these texts, at a pace that servers bear. False, and nothing is said, if one of them would take too many.
+    bool say(const QString &target, const QStringList &texts);
     /// Joins "#a,#b keya,keyb", and remembers the keys for the next connection (sessions by address).
     void joinWithKeys(const QString &channelsAndKeys);
     void sendPrivmsg(const QString &target, const QString &text);

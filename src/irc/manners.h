@@ -15,7 +15,7 @@ struct manners
     bool negotiates = false;
     /// The server's word on its rules counts (numeric 005).
     bool readsRules = false;
-    /// The words behind "/" that came later exist, and what nobody knows goes to the server.
+    /// The words behind "/" that came later exist, and what nobody knows goes to the server. So people can be ignored.
     bool moreCommands = false;
     /// What does not fit into a line goes out in several, and what cannot go out is not shown as said.
     bool mindsSending = false;

@@ -30,14 +30,18 @@ QStringList outbox::cut(const piece &whole, qsizetype maxBytes)
     return textsplitter::split(whole.text, maxBytes - (whole.action ? actionBytes : 0));
 }
 
-bool outbox::say(const piece &whole, qsizetype maxBytes)
+bool outbox::say(const QList<piece> &texts, qsizetype maxBytes)
 {
     QList<piece> pieces;
-    for (const QString &text : cut(whole, maxBytes))
-        pieces.append({whole.target, text, whole.action});
-    if (!pieces.isEmpty())
-        add(pieces);
-    return !pieces.isEmpty();
+    for (const piece &whole : texts) {
+        const QStringList parts = cut(whole, maxBytes);
+        if (parts.isEmpty())
+            return false;
+        for (const QString &part : parts)
+            pieces.append({whole.target, part, whole.action});
+    }
+    add(pieces);
+    return true;
 }
 
 void outbox::add(const QList<piece> &pieces)

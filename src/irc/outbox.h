@@ -27,9 +27,9 @@ public:
     /// The texts of the pieces; none if these would be too many.
     static QStringList cut(const piece &whole, qsizetype maxBytes);
 
-    /// Cuts `whole` into pieces of at most `maxBytes` each, which go out next; the first ones do so before this returns.
-    /// False if these were too many.
-    bool say(const piece &whole, qsizetype maxBytes);
+    /// Cuts each of `texts` into pieces of at most `maxBytes`, which go out next; the first ones do so before this returns.
+    /// False, and nothing goes out, if one of them had too many.
+    bool say(const QList<piece> &texts, qsizetype maxBytes);
     /// Gives up what has not gone out, and returns it: pieces that followed each other as one.
     QList<piece> clear();
 

@@ -12,14 +12,15 @@
 
 /// What was said, kept in files that only the user can read: DATA/parlo/NETWORK/NAME.log.
 ///
-/// Networks and names may be any texts, see logname(). Lines are collected for a second, and written in one piece. Lines that
-/// cannot be written are lost; that is told once, and the next lines are tried again.
+/// A network, such as a host, and a name may be any text, see logname(). Lines are collected for a second, or until they are
+/// 64 KiB, and written in one piece. Lines that cannot be written are lost. That is told once; the next lines are tried
+/// again.
 class chatlog : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Lines that a new tab begins with.
+    /// So many lines of its log a new tab begins with.
     static constexpr int linesShown = 50;
 
     /// Touches no file. `dataFolder` is where the user's programs have theirs; if it is empty, that of the system:
@@ -27,7 +28,7 @@ public:
     explicit chatlog(const QString &dataFolder = {}, QObject *parent = nullptr);
     ~chatlog() override;
 
-    /// Adds a line, as it is shown, to the log of `name`, of which the letters are folded (isupport::caseOfNames()).
+    /// Adds a line, as it is shown, to the log of `name`, whose letters are folded (see folded()).
     void append(const QString &network, const QString &name, const QString &text,
                 const QDateTime &time = QDateTime::currentDateTime());
     /// The last lines of a log, at most `count` and at most 64 KiB; the oldest is the first.
@@ -50,7 +51,7 @@ private:
     qsizetype waitingBytes = 0;
     QTimer timer;
     bool isTold = false;
-    /// The beginning of lines of the last line's second: to make one takes longer than all else.
+    /// What the last line began with, for lines of the same second: to make it takes longer than all else.
     QByteArray stamp;
     QDateTime stamped;
 };

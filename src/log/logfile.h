@@ -5,22 +5,22 @@
 
 /// The file of one log, DATA/parlo/FOLDER/NAME.log. It is opened for each call, so that many logs take no descriptors.
 ///
-/// Only its owner can read it and its folders. It must be a plain file of the user's own with one name: a link or a FIFO in
-/// its place, or in that of a folder below DATA, is an error. No call waits for another program.
+/// Only its owner can read it and its folders. It must be a plain file of the user's own with one name. A link or a FIFO
+/// in its place, or in that of a folder below DATA, is an error. No call waits for another program.
 class logfile
 {
 public:
     /// `folder` and `name` are those of logname().
     logfile(QString dataFolder, QString folder, const QString &name);
 
-    /// Where all logs are, and where this one is, for people.
+    /// The folder of all logs, and the path of this one.
     static QString topOf(const QString &dataFolder);
     QString path() const;
 
-    /// Adds `lines`, which end with a line break, in one piece: another program may do the same. False if not all of it could
-    /// be written, see error(). A line that was cut off then, or before, ends before new lines begin.
+    /// Adds `lines`, which end with a line break, in one piece: another program may do the same. False if not all of it
+    /// could be written, see error(). A line that was cut off, now or earlier, is ended before new lines begin.
     bool append(const QByteArray &lines);
-    /// The last bytes of it, at most `most`, from the beginning of a line on. Empty if there are none or it cannot be read.
+    /// The last bytes, at most `most`, from the beginning of a line on. Empty if there are none or it cannot be read.
     QByteArray tail(qint64 most) const;
 
     /// Why append() failed.

@@ -10,10 +10,11 @@ struct logline
     QDateTime time;
     QString text;
 
-    /// The beginning of lines of this second.
+    /// The time as a line begins with it.
     static QByteArray stampOf(const QDateTime &localTime);
-    /// A line in UTF-8, with its end. Line breaks and tabs in the text become spaces, other control characters go.
+    /// A line in UTF-8, with its line break. Line breaks and tabs in the text become spaces; other control characters are
+    /// left out.
     static QByteArray written(const QByteArray &stamp, const QString &text);
-    /// The line that `bytes`, without the end, are. Takes any bytes.
+    /// Reads a line, without its line break. Takes any bytes.
     static logline read(const QByteArray &bytes);
 };

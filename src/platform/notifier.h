@@ -11,25 +11,27 @@ class QThread;
 
 /// Desktop notifications (Desktop Notifications Specification 1.2, org.freedesktop.Notifications on the session bus).
 ///
-/// Each key, such as a tab, has one notification at most. No call waits. Without a bus or a daemon nothing happens, and the next
-/// notification tries again. Nothing is asked before the first one. All of them go with this object.
+/// Each key, such as the name of a tab, has one notification at most. Nothing is asked before the first one. No call waits.
+/// Without a bus or a daemon nothing happens, and the next notification tries again.
 class notifier : public QObject
 {
     Q_OBJECT
 
 public:
     explicit notifier(QObject *parent = nullptr);
+    /// Takes all notifications away. Waits for a connection to the bus that is still being made.
     ~notifier() override;
 
-    /// Shows a notification, in the place of the last one with this `key`. Both texts are plain, by anybody and of any length:
-    /// they are cut, and lose line breaks, control characters and those that turn the direction of text.
+    /// Shows a notification, in the place of the last one with this `key`. Both texts are plain, and may be a stranger's
+    /// and of any length: they are cut, line breaks become spaces, and control characters and those that turn the
+    /// direction of text are left out.
     void notify(const QString &key, const QString &title, const QString &body);
     /// Takes it away, such as when the user has seen the tab.
     void withdraw(const QString &key);
 
 Q_SIGNALS:
-    /// The user clicked the notification. The environment has the token with which a window may come to the front
-    /// (XDG_ACTIVATION_TOKEN), if the daemon gave one.
+    /// The user clicked the notification. If the daemon gave a token with which a window may come to the front, the
+    /// environment has it (XDG_ACTIVATION_TOKEN).
     void activated(const QString &key);
 
 private Q_SLOTS:

@@ -24,15 +24,15 @@ struct preferences
 
     // The group "Chat":
 
-    /// Words that mark a line as one for the user, besides the nick.
+    /// Words that mark a line as one for the user, as the nick does.
     QStringList highlights;
-    /// Whether the desktop tells of lines for the user.
+    /// Whether the desktop shows notifications of lines for the user.
     bool notifies = true;
-    /// Whether what the tabs show is written to logs.
+    /// Whether logs are written of what the tabs show.
     bool logs = false;
-    /// Whether the connect dialog proposes the session that was open last.
+    /// Whether the connect dialog proposes the last session, see lastsession.
     bool reopens = false;
-    /// The masks of people who are ignored.
+    /// The masks of ignored people.
     QStringList ignored;
 
     /// The member list is so wide in a small window, and never narrower.

@@ -10,19 +10,20 @@ class irctab;
 class tabkeeper;
 class tabwindow;
 
-/// Calls the user when a line is for them and they do not see it: the window asks for attention, and the desktop shows a
-/// notification, one for each tab. A click on it brings window and tab to the front. What has been seen is withdrawn.
+/// Tells the user of a line for them that they do not see: the window asks for attention, and the desktop shows a
+/// notification, one for each tab, if the user wants that. A click on it brings window and tab to the front. It goes
+/// when the user sees the tab.
 class attention : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive this.
+    /// The window and the tabs must outlive this.
     attention(tabwindow *window, tabkeeper &tabs);
 
-    /// `what` is about to be shown in `tab`.
+    /// `what` will be shown in `tab` next.
     void happened(const struct event &what, irctab *tab);
-    /// The user looks at `tab`, if the window is active.
+    /// `tab` has come to the front, or the window may have become active: takes away what the user sees now.
     void seen(const irctab *tab);
 
 private:

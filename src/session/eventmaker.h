@@ -15,7 +15,8 @@ struct preferences;
 class eventmaker
 {
 public:
-    /// The connection knows who we are, the preferences which words the user listens for. All must outlive this.
+    /// The connection knows who we are, the preferences which words the user listens for, the list who is ignored. All must
+    /// outlive this.
     eventmaker(const connection &ofSession, const preferences &ofUser, const ignorelist &unwanted)
         : conn(ofSession), prefs(ofUser), ignored(unwanted)
     {

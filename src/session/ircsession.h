@@ -24,7 +24,7 @@ class ircsession : public QObject
 public:
     /// Opens the tab "Server" in `window`, which must outlive the session. Connects to nothing yet.
     explicit ircsession(tabwindow *window);
-    /// Remembers where we are, if the user wants that for the next start.
+    /// Keeps the session by address that is connected now in the settings file, if the user wants that.
     ~ircsession() override;
 
     /// Runs the connect dialog and connects as it says; returns when the dialog has closed. Where `address` names one, the
@@ -52,7 +52,7 @@ public Q_SLOTS:
 private:
     /// The user has asked for this in the menu of a member.
     void memberAsked(memberaction what, const QString &nick, channeltab *tab);
-    /// Marks `tab` with talk that is shown there next, and calls the user if it is for them.
+    /// `tab` shows `talk` next: marks the tab, and tells the user if it is for them and they do not see it.
     void announce(irctab *tab, const struct event &talk);
     /// Connects a new tab; `channel` is the same if it is that of a channel.
     void wireTab(irctab *tab, channeltab *channel);

@@ -2,6 +2,7 @@
 #include "logbook.h"
 
 #include "connection.h"
+#include "formatting.h"
 #include "irctab.h"
 #include "ircview.h"
 #include "pastline.h"
@@ -23,10 +24,10 @@ void logbook::watch(irctab *tab)
     if (!isOn())
         return;
     QList<pastline> past;
-    qint64 time = 0;
     for (const logline &line : files.tail(conn.host(), fileOf(tab))) {
-        time = line.time.isValid() ? line.time.toSecsSinceEpoch() : time;
-        past.append({time, line.text});
+        // A line without a time, which somebody else has written, belongs to the one before it.
+        if (line.time.isValid() || !past.isEmpty())
+            past.append({line.time.isValid() ? line.time.toSecsSinceEpoch() : past.last().time, line.text});
     }
     tab->showPast(past);
 }
@@ -50,15 +51,18 @@ QString logbook::fileOf(const irctab *tab) const
     return folded(tab->tabName(), conn.supports.caseOfNames());
 }
 
-// Only the view knows how the line reads, and only our own words are behind our nick.
+// Only the view knows how the line reads. Our own words are behind our nick, and so are those that somebody quotes of us.
 QString logbook::withoutPassword(const irctab *tab, const QString &line) const
 {
-    const QString start = u'<' + conn.identity.nick() + u"> ";
-    const qsizetype said = line.indexOf(start);
-    if (said < 0)
-        return line;
-    const qsizetype text = said + start.size();
-    return line.first(text) + withoutSecrets(tab->tabName(), line.sliced(text));
+    const QString nick = unformatted(conn.identity.nick());
+    for (const QString &start : {QString(u'<' + nick + u"> "), QString(u"* " + nick + u' ')}) {
+        const qsizetype said = line.indexOf(start);
+        if (said < 0)
+            continue;
+        const qsizetype text = said + start.size();
+        return line.first(text) + withoutSecrets(tab->tabName(), line.sliced(text));
+    }
+    return line;
 }
 
 QString logbook::whereabouts() const

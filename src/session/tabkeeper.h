@@ -40,7 +40,8 @@ public:
     irctab *frontTab() const;
     /// Brings the tab of this name to the front, or opens one for talk with that nick.
     void openQuery(const QString &nick);
-    /// All tabs say in their empty input line why nothing can be said now; an empty `text` if it can.
+    /// All tabs, also later ones, say in their empty input line why nothing can be said now. An empty `text` says
+    /// nothing.
     void setState(const QString &text);
     /// Closes `tab` when control is back in the event loop. Only one close can be pending: a second one
     /// replaces the first. Null closes nothing.

@@ -161,18 +161,12 @@ void typing::say(irctab *tab, const QString &text, bool action)
 void typing::sayLines(irctab *tab, const QStringList &lines)
 {
     qsizetype pieces = 0;
-    bool fit = true;
-    for (const QString &line : lines) {
-        const qsizetype more = conn.piecesOf(tab->tabName(), line, false);
-        pieces += more;
-        fit = fit && more > 0;
-    }
-    if (const QString why = obstacle(tab); !why.isEmpty())
-        return tab->refuseInput(why);
-    if (!fit || pieces > maxPasted)
-        return tab->refuseInput(tooLong());
     for (const QString &line : lines)
-        conn.say(tab->tabName(), line, false);
+        pieces += conn.piecesOf(tab->tabName(), line, false);
+    if (const QString why = obstacle(tab); !why.isEmpty())
+        tab->refuseInput(why);
+    else if (pieces > maxPasted || !conn.say(tab->tabName(), lines))
+        tab->refuseInput(tooLong());
 }
 
 qsizetype typing::piecesOf(const irctab *tab, const QString &typed) const

@@ -11,14 +11,14 @@ class logbook;
 class tabkeeper;
 class tabwindow;
 
-/// What the user types in a session by address, and what becomes of it: only what was sent is shown as said. What cannot be
-/// sent stays in the input line, and the tab says why.
+/// What the user types or pastes in a session by address, and what becomes of it: only what was sent is shown as said.
+/// What cannot be sent stays in the input line, and the tab says why.
 class typing : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What else of the session a typed line may concern.
+    /// The other parts of the session that a typed line may concern.
     struct rooms
     {
         connection &conn;
@@ -31,12 +31,12 @@ public:
     /// All of them must outlive this.
     explicit typing(const rooms &ofSession);
 
-    /// A new tab: has its input line say how long a text may be.
+    /// A new tab: its input line says into how many lines a text will be cut, and offers to send pasted lines.
     void watch(irctab *tab);
     /// Does what `text` says, which was typed in `tab`.
     void take(const QString &text, irctab *tab);
-    /// Does a line of a preset, as if it were typed in the tab of the server. One that would lead away from the connection
-    /// does nothing.
+    /// Does a line of a preset's "Perform", as if it were typed in the tab of the server. One that would lead away from
+    /// the connection does nothing.
     void perform(const QString &line);
 
 private:
@@ -51,10 +51,11 @@ private:
     void log(irctab *tab, const QString &args);
 
     void say(irctab *tab, const QString &text, bool action);
+    /// Says all of the pasted lines, or none. None is taken as a command.
     void sayLines(irctab *tab, const QStringList &lines);
     /// Why nothing can be said in `tab`; empty if it can.
     QString obstacle(const irctab *tab) const;
-    /// Into how many lines what is typed in `tab` will be cut.
+    /// Into how many lines what is typed in `tab` will be cut; 0 if it is too long to be sent.
     qsizetype piecesOf(const irctab *tab, const QString &typed) const;
     /// What could not go out any more comes back into the input line, if that is empty.
     void giveBack(const QString &target, const QString &text, bool action);

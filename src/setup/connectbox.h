@@ -25,7 +25,7 @@ public:
 
     /// Opens the page "Quick" with this server in it.
     void proposeServer(const QString &server);
-    /// Opens the page "Quick" with the session by address that was open last, if the user wants that and there is one.
+    /// Opens the page "Quick" with the last session, see lastsession, if the user wants that and there is one.
     void proposeLast();
     /// What the choice needs besides, if its server is an address; complete when exec() has returned Accepted.
     const destination &details() const { return m_details; }

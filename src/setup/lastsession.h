@@ -6,8 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The session by address that was connected when the window closed last, for those who want to begin where they were. It
-/// holds no password and no key of a channel.
+/// The session by address that was connected when the window closed last, for those who want to start where they were.
+/// It holds no password and no key of a channel.
 struct lastsession
 {
     /// Its own channels do not count. Invalid if there was no such session.

@@ -9,8 +9,8 @@ class ircuserbox;
 class widthhandle;
 
 /// The tab of one channel: the view, the member list beside it, and a button in the view's corner that shows
-/// and hides the list. In a wide window its width can be changed. Each event is first shown, then applied to the roster, then the list is filled from
-/// the roster.
+/// and hides the list. In a wide window the width of the list can be changed. Each event is first shown, then applied to
+/// the roster, then the list is filled from the roster.
 class channeltab : public irctab
 {
     Q_OBJECT

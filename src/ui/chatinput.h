@@ -22,8 +22,8 @@ public:
     /// `words` returns what Tab can complete, the best first. It is called when Tab is pressed.
     chatinput(QWidget *parent, std::function<QStringList()> words);
 
-    /// `pieces` returns into how many lines a text will be cut: 0 if it is too long to be sent, -1 if that is not
-    /// minded now. It is called while the user types, but not for short texts.
+    /// `pieces` returns into how many lines a text will be cut: 0 if it is too long to be sent, -1 while lines are not
+    /// minded. It is called while the user types, but not for short texts.
     void mindLines(std::function<qsizetype(const QString &)> pieces);
 
 Q_SIGNALS:

@@ -47,10 +47,11 @@ public:
     /// the lines, and may refuse them with refuseInput(). None of them is a command.
     void mindLines(std::function<qsizetype(const QString &)> pieces,
                    const std::function<void(const QStringList &)> &send);
-    /// Takes note of what is shown here next: the tab is marked with it, unless it is ours or old, Tab completes the last to
-    /// speak first, talk for us has a tint, and the line shows when it was said if that is long ago.
+    /// Takes note of what is shown here next. The line has a tint if it is talk for us, shows when it was said if it is
+    /// old, and is hidden if an ignored person did it. Unless it is hidden, old or ours, the tab is marked with it, and
+    /// Tab completes its speaker first.
     void happened(const struct event &what);
-    /// Shows lines of an earlier conversation, which are no news. Call this before anything else is shown here.
+    /// Shows the end of the log, which is no news. Call this before anything else is shown here.
     void showPast(const QList<pastline> &past);
 
     tabwindow *mainWindow;

@@ -15,8 +15,8 @@ struct manners;
 /// The member list of a channel tab: one row for each member, with a coloured ball in front of those with a
 /// rank. Letters that are typed go to the nick that begins with them.
 ///
-/// A double click, Return and a finger's long press ask for a query. The right button, the menu key and a finger that is held
-/// even longer open the member's menu.
+/// A double click, Return and a finger's long press ask for a query. The right button, the menu key and a finger that is
+/// held even longer open the member's menu.
 class ircuserbox : public QListView
 {
     Q_OBJECT

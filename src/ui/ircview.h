@@ -19,14 +19,16 @@ public:
     const manners *manner;
     /// The next line was said long ago, at this time: it shows that.
     void stampNext(const QDateTime &time);
-    /// The next line is talk for the user: it has a tint, and its nick is bold.
+    /// The next line is talk for us: it has a tint, and the nick in front is bold.
     void markNext() { mark = linestore::forUs; }
     /// Shows lines of an earlier conversation, as plain text: each with its time, under its date.
     void showPast(const QList<pastline> &past);
 
     /// The next line is not shown, if `on`.
     void hideNext(bool on) { hidden = on; }
-    // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged.
+
+    // Each shows one event. What people say goes through ircToHtml(); everything else is added unchanged. Where fields
+    // are text, both go through moderntext.
     void privmsg(const QString &nick, const QString &text);
     void action(const QString &nick, const QString &text);
     void notice(const QString &nick, const QString &text);
@@ -45,7 +47,7 @@ public:
     static QString ircToHtml(const QString &text);
 
 Q_SIGNALS:
-    /// A line was shown: the last of lines(), and no earlier conversation.
+    /// A new line was shown: the last of lines(). Not for hidden lines, nor for those of an earlier conversation.
     void lineShown();
 
 private:

@@ -9,8 +9,8 @@
 
 class logview;
 
-/// The keyboard's way through the web addresses that are in view: each step selects the next one. Return opens it, Up and
-/// Down go on, Escape leaves.
+/// The keyboard's way through the web addresses that are in view: each step selects the next one. Return opens it, Up
+/// and Down go on, Escape leaves.
 class linkwalk : public QObject
 {
     Q_OBJECT
@@ -19,8 +19,8 @@ public:
     /// Filters the events of `log`, its parent.
     explicit linkwalk(logview *log);
 
-    /// Selects the next address above, or below for `newer`, and goes on at the other end. The first step takes the lowest
-    /// one, and the focus. Nothing happens where no address is in view.
+    /// Selects the next address above, or below for `newer`, and goes on at the other end. The first step takes the
+    /// lowest one, and the focus. Nothing happens where no address is in view.
     void step(bool newer = false);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -15,8 +15,8 @@ class logview;
 /// What mouse and fingers do in a log.
 ///
 /// Dragging selects and copies, beyond an edge with scrolling; a second click selects words and a third one lines,
-/// and Shift extends. A click on a web address opens it. A finger scrolls, and taps; a long press on an address opens its
-/// menu, where addresses look like links.
+/// and Shift extends. A click on a web address opens it. A finger scrolls, and taps. Where web addresses look like links,
+/// a long press on one opens its menu.
 class loghands : public QObject
 {
     Q_OBJECT

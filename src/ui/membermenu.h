@@ -5,11 +5,11 @@
 
 class ircchanneluser;
 
-/// What can be asked for a member of a channel.
+/// What the user can ask for, about a member of a channel.
 enum class memberaction { query, whois, ignore, op, deop, voice, devoice, kick };
 
-/// The menu of a member: what we may ask for them, under their nick. Show it with popup(), which runs no event loop of its
-/// own; it deletes itself when it has closed.
+/// The menu of a member: the nick, and below it what the user may ask for. Show it with popup(), which runs no event loop
+/// of its own; it deletes itself when it has closed.
 class membermenu : public QMenu
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// A line of an earlier conversation, as plain text.
+/// A line of an earlier conversation. logview takes its text as rich text, ircview as plain text.
 struct pastline
 {
     /// When it was said, in seconds since 1970 (UTC).
