@@ -5,6 +5,7 @@
 #include "ignorelist.h"
 #include "logbook.h"
 #include "plaintab.h"
+#include "secret.h"
 #include "tabkeeper.h"
 #include "tabwindow.h"
 #include "usercommands.h"
@@ -96,8 +97,12 @@ void typing::perform(const QString &line)
 {
     QString args;
     const QString name = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
-    if (name != u"SERVER" && name != u"QUIT")
-        take(line, tabs.serverTab);
+    if (name == u"SERVER" || name == u"QUIT")
+        return;
+    // Nobody is there to see that it would leave without TLS.
+    if (!conn.keeper.isPrivate() && withoutSecrets({}, line) != line)
+        return tabs.serverTab->message(u"Not sent: a password needs ircs://"_s);
+    take(line, tabs.serverTab);
 }
 
 // --- the words ---

@@ -36,7 +36,7 @@ public:
     /// Does what `text` says, which was typed in `tab`.
     void take(const QString &text, irctab *tab);
     /// Does a line of a preset, as if it were typed in the tab of the server. One that would lead away from the connection
-    /// does nothing.
+    /// does nothing, and one with a password is not sent where others could read it.
     void perform(const QString &line);
 
 private:
