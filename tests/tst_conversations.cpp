@@ -31,6 +31,7 @@
 //   keys KEYS                 the user presses keys where the focus is
 //   hears TEXT                a screen reader must get this for what has the focus
 //   input TAB TEXT            the input line must contain this
+//   state TAB TEXT            the empty input line must say this of the connection
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
 //   news TAB WORDS            the tab's label must show this activity: "", "something happened",
 //                             "new messages", "for you"
@@ -244,6 +245,7 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"keys"_L1, [](auto &t, auto &p) { t.person->press({}, p.all); }},
     {"hears"_L1, [](auto &, auto &p) { QTRY_COMPARE(user::heard(), p.all); }},
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
+    {"state"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->state(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},

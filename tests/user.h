@@ -47,6 +47,8 @@ public:
     void press(const QString &tab, const QString &keys);
     /// The text of the input line.
     QString input(const QString &tab) const { return in<chatinput>(tab)->text(); }
+    /// Why nothing can be said, as the empty input line says it; whole, where the line has no room for it.
+    QString state(const QString &tab) const { return in<chatinput>(tab)->accessibleDescription(); }
     /// The line with the selection in a tab, and what is selected there, after a "/".
     QString selected(const QString &tab) const;
     /// What a screen reader gets for the row or the field that has the focus, and whether that is red.
