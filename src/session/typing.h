@@ -50,7 +50,8 @@ private:
     void unignore(irctab *tab, const QString &args);
     void log(irctab *tab, const QString &args);
 
-    void say(irctab *tab, const QString &text, bool action);
+    /// Says `text` to whom the tab `to` is for; where it was typed, the user reads why that cannot be.
+    void say(irctab *typedIn, const irctab *to, const QString &text, bool action);
     void sayLines(irctab *tab, const QStringList &lines);
     /// Why nothing can be said in `tab`; empty if it can.
     QString obstacle(const irctab *tab) const;
