@@ -81,6 +81,8 @@ public:
     /// Whether `name` is a channel.
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
+    /// Whether the server can be written to, welcome or not.
+    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
     /// Whether what is said now would reach the server. A classic session does not know.
     bool isReady() const { return !manner.mindsSending || (link.registered && isConnected()); }
 
@@ -170,7 +172,6 @@ private:
     void giveUp(const QString &why);
     /// Whether the server has closed the connection, but disconnected() is pending until its lines are read.
     bool isEnding() const;
-    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
     /// Whether the server takes a line of this length.
     bool fits(const QString &line) const;
     void parseLine(const QString &line);

@@ -34,8 +34,6 @@ public:
 
     /// Whether there is a session by address, connected or not.
     bool isActive() const { return active; }
-    /// Whether a connection stands, welcome or not.
-    bool isStanding() const { return standing; }
     bool isEncrypted() const { return target.encrypted; }
     /// Whether nobody on the way can read what we send: over TLS, or to this machine itself.
     bool isPrivate() const { return target.encrypted || to.address.isLoopback(); }

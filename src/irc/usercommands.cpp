@@ -44,7 +44,7 @@ void quit(connection &conn, QTextStream &args, const QString & /*target*/)
 {
     const bool sent = conn.send(u"QUIT :" + rest(args));
     // Too long for the server, which has been said.
-    if (!sent && conn.keeper.isStanding())
+    if (!sent && conn.isConnected())
         return;
     conn.keeper.quitting();
     // Only what was tried ends then.
