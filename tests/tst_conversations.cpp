@@ -27,10 +27,12 @@
 //   select TAB                the user clicks a tab
 //   click TAB WHAT            the user clicks a member, or the button that reads WHAT
 //   edit TAB TEXT             the user types a text and does not press Return
+//   paste TAB A|B|C           the user pastes these lines into a tab, and agrees to send them
 //   press TAB KEYS            the user presses keys in the tab's input line: "Tab Shift+Tab"
 //   keys KEYS                 the user presses keys where the focus is
 //   hears TEXT                a screen reader must get this for what has the focus
 //   input TAB TEXT            the input line must contain this
+//   state TAB TEXT            the empty input line must say this of the connection
 //   selected TAB LINE/TEXT    in this line of the tab, this text must be selected
 //   news TAB WORDS            the tab's label must show this activity: "", "something happened",
 //                             "new messages", "for you"
@@ -38,7 +40,6 @@
 //   choose TAB NICK           the user double-clicks a member
 //   menu TAB NICK ENTRIES     the menu of a member must have these entries, separated by " | "; it closes
 //   pick TAB NICK ENTRY       the user chooses an entry of the menu of a member
-//   state TAB WORDS           a screen reader must get this for the state of the tab's input line
 //   prefers KEY VALUE         in the settings of the chat this key has this value
 //   desktop CAN               there is a desktop with notifications, which can do this
 //   notified TITLE|BODY|ID    it must be asked next for this, in place of the notification with this id
@@ -71,9 +72,12 @@
 #include "rows.h"
 #include "user.h"
 
+#include <QAbstractButton>
+#include <QClipboard>
 #include <QDateTime>
 #include <QDir>
 #include <QInputDialog>
+#include <QMessageBox>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTcpServer>
@@ -255,10 +259,19 @@ const tst_conversations::verb tst_conversations::verbs[] = {
     {"select"_L1, [](auto &t, auto &p) { t.person->select(p.all); }},
     {"click"_L1, [](auto &t, auto &p) { t.person->click(p.first, p.rest); }},
     {"edit"_L1, [](auto &t, auto &p) { t.person->edit(p.first, p.rest); }},
+    {"paste"_L1,
+     [](auto &t, auto &p) {
+         QApplication::clipboard()->setText(QString(p.rest).replace(u'|', u'\n'));
+         t.person->press(p.first, u"Ctrl+V"_s);
+         QMessageBox *question = nullptr;
+         QTRY_VERIFY((question = t.person->window()->template findChild<QMessageBox *>()) != nullptr);
+         question->button(QMessageBox::Yes)->click();
+     }},
     {"press"_L1, [](auto &t, auto &p) { t.person->press(p.first, p.rest); }},
     {"keys"_L1, [](auto &t, auto &p) { t.person->press({}, p.all); }},
     {"hears"_L1, [](auto &, auto &p) { QTRY_COMPARE(user::heard(), p.all); }},
     {"input"_L1, [](auto &t, auto &p) { QCOMPARE(t.person->input(p.first), p.rest); }},
+    {"state"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->state(p.first), p.rest); }},
     {"selected"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->selected(p.first), p.rest); }},
     {"news"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->activity(p.first), p.rest); }},
     {"choose"_L1, [](auto &t, auto &p) { t.person->choose(p.first, p.rest); }},
@@ -271,7 +284,6 @@ const tst_conversations::verb tst_conversations::verbs[] = {
      [](auto &t, auto &p) {
          t.person->menu(p.first, p.rest.section(u' ', 0, 0), p.rest.section(u' ', 1));
      }},
-    {"state"_L1, [](auto &t, auto &p) { QTRY_COMPARE(t.person->state(p.first), p.rest); }},
     {"prefers"_L1,
      [](auto &, auto &p) {
          Config file(u"parlo"_s);

@@ -85,8 +85,8 @@ public:
         return found;
     }
 
-    connection conn;
     memory known;
+    connection conn;
     QStringList texts;
     QStringList before;
 };
@@ -377,6 +377,19 @@ void tst_servers::transportSecurity()
     ada.go(address);
     QTRY_VERIFY(server->hasPendingConnections());
     QVERIFY(!plain->hasPendingConnections());
+    server->nextPendingConnection()->close();
+    // The end of the program is the end of the link, from which the promise counts.
+    memory left;
+    {
+        client bea;
+        bea.conn.keeper.memory = &left;
+        bea.go(u"ircs://localhost:%1"_s.arg(server->serverPort()));
+        QTRY_VERIFY(server->hasPendingConnections());
+        server->nextPendingConnection()->write("CAP * LS :sts=duration=300\r\n:s 001 ada :hi\r\n");
+        QVERIFY(bea.hears(u" 001 "_s));
+        left.kept = {};
+    }
+    QCOMPARE(left.kept.portFor(u"localhost"_s, QDateTime::currentSecsSinceEpoch()), server->serverPort());
 }
 
 // --- real servers ---

@@ -23,10 +23,9 @@ addresslink::addresslink(connection &owner) : conn(owner)
     });
 }
 
-void addresslink::open(const ircaddress &address, int port)
+void addresslink::open(destination to, int port)
 {
-    destination to = std::exchange(conn.details, {});
-    to.address = address;
+    const ircaddress address = to.address;
     to.port = address.port(port, to.port);
     // Whoever comes back to a server comes back to its channels.
     const QStringList wanted = address.channels() + to.channels;

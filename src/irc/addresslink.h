@@ -7,8 +7,8 @@
 #include <QStringList>
 
 class connection;
-class ircaddress;
 class ircmessage;
+struct destination;
 
 /// What a connection does besides in a session by address: it follows the `keeper`, negotiates, joins what is ours, and
 /// takes our nick back.
@@ -19,8 +19,8 @@ class addresslink
 public:
     explicit addresslink(connection &owner);
 
-    /// Connects to `address`, and to where `details` of the connection say. `port` is what the user asked for, or 0.
-    void open(const ircaddress &address, int port);
+    /// Connects to `to`. `port` is what the user asked for, or 0; that of `to` is the preset's.
+    void open(destination to, int port);
     /// Nothing of this may reach another server: not a channel's key, nor a try.
     void leave();
     /// The link stands: the lines to begin with.

@@ -10,6 +10,8 @@
 
 #include <QElapsedTimer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -50,13 +52,14 @@ connection::connection()
 void connection::connectToServer(const QString &host, int wantedPort, const QString &nick,
                                  const QString &user, const QString &realname)
 {
+    // Whatever becomes of this: a password that was meant for one server must not wait for the next.
+    destination to = std::exchange(details, {});
     if (nick.isEmpty()) {
         Q_EMIT errormsg(u"Please specify a nickname with /nick"_s);
         return;
     }
-    const ircaddress address = ircaddress::isMeant(host) ? ircaddress(host) : ircaddress();
     if (const QString error = ircaddress::errorOf(host); !error.isEmpty()) {
-        Q_EMIT errormsg(error);
+        Q_EMIT noAddress(error);
         return;
     }
     identity.setNick(nick);
@@ -68,19 +71,21 @@ void connection::connectToServer(const QString &host, int wantedPort, const QStr
     }
     server = host;
     Q_EMIT debug(u"Connecting to Server..."_s);
-    link.progress.connecting();
-    if (address.isValid() || manner.negotiates) {
+    const bool byName = !ircaddress::isMeant(host);
+    if (!byName || manner.negotiates) {
         // A classic link that is left for another ends in silence.
         loggedIn = loggedIn && manner.negotiates;
         dropLink();
     }
-    if (address.isValid()) {
+    if (!byName) {
+        to.address = ircaddress(host);
         useManners(manners::today());
-        return byAddress.open(address, wantedPort);
+        return byAddress.open(to, wantedPort);
     }
     if (manner.negotiates)
         byAddress.leave();
     useManners({});
+    link.progress.connecting();
     port = static_cast<quint16>(wantedPort == 0 ? ircPort : wantedPort);
     socket.connectToHost(server, port);
     Q_EMIT state(u"Connecting to " + server + u'…');
@@ -200,9 +205,10 @@ bool connection::write(QString line)
     if (manner.mindsSending && (!isConnected() || !fits(line)))
         return false;
     socket.sendLine(line);
-    if (socket.unsent() > maxUnsent)
-        giveUp(u"The server does not read what it is sent"_s);
-    return true;
+    if (socket.unsent() <= maxUnsent)
+        return true;
+    giveUp(u"The server does not read what it is sent"_s);
+    return false;
 }
 
 bool connection::fits(const QString &line) const
@@ -318,9 +324,10 @@ void connection::handleNick(ircmessage *msg)
 {
     const QString oldNick = msg->prefix()->nick();
     const QString newNick = msg->param(0, true);
-    if (oldNick == identity.nick()) {
+    if (isMe(oldNick)) {
         identity.setNick(newNick);
-        byAddress.nick.renamed(newNick);
+        if (manner.negotiates)
+            byAddress.nick.renamed(newNick);
     }
     Q_EMIT nick(msg);
     Q_EMIT debug(u"Got nick change - " + oldNick + u" -> " + newNick);

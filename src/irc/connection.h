@@ -33,8 +33,8 @@ public:
     connection();
 
     /// Registers as `nick` with `server`, a host name or an address; `port` 0 is the usual one, an empty user or real name
-    /// takes the default. Reports an empty nick or server, or what is no address, through errormsg() and does nothing else
-    /// then. An earlier connection is dropped.
+    /// takes the default. Reports an empty nick or server through errormsg(), what is no address through noAddress(), and
+    /// does nothing else then. An earlier connection is dropped.
     void connectToServer(const QString &server, int port, const QString &nick, const QString &user,
                          const QString &realname);
 
@@ -83,6 +83,8 @@ public:
     /// Whether `name` is a channel.
     bool isChannel(const QString &name) const { return supports.isChannel(name); }
 
+    /// Whether the server can be written to, welcome or not.
+    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
     /// Whether what is said now would reach the server. A classic session does not know.
     bool isReady() const { return !manner.mindsSending || (link.registered && isConnected()); }
 
@@ -94,7 +96,7 @@ public:
     /// The rules of the server; after its end, until the next one is reached.
     isupport supports;
     linkkeeper keeper;
-    /// For the next connectToServer() with an address: what it needs there besides. The port is that of the preset.
+    /// For the next connectToServer(): what it needs besides if it goes to an address. The port is that of the preset.
     destination details;
     /// The local user: nick, user name and real name; the host is not used.
     ircuser identity;
@@ -133,6 +135,8 @@ Q_SIGNALS:
     void nick(ircmessage *msg);
     /// An error, as a text for the user.
     void errormsg(const QString &text);
+    /// The address that the user named is none: why, for the user.
+    void noAddress(const QString &why);
     void ctcp(ircmessage *msg);
     void ctcpnotice(ircmessage *msg);
     /// The reason why we end the connection.
@@ -170,7 +174,6 @@ private:
     void giveUp(const QString &why);
     /// Whether the server has closed the connection, but disconnected() is pending until its lines are read.
     bool isEnding() const;
-    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
     /// Whether the server takes a line of this length.
     bool fits(const QString &line) const;
     void parseLine(const QString &line);

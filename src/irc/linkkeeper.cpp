@@ -42,6 +42,11 @@ linkkeeper::linkkeeper()
     });
 }
 
+linkkeeper::~linkkeeper()
+{
+    stop();
+}
+
 void linkkeeper::start(const destination &wanted)
 {
     if (standing)
@@ -141,7 +146,7 @@ void linkkeeper::tryNow()
     }
     if (memory != nullptr)
         target.pin = memory->pin(target.host, target.port);
-    if (!target.encrypted && !to.password.isEmpty() && !to.address.isLoopback())
+    if (!isPrivate() && !to.password.isEmpty())
         return failed(linkfault(linkfault::kind::passwordNeedsTls));
     if (!to.address.account().isEmpty() && to.password.isEmpty() && to.certificateFile.isEmpty())
         return failed(linkfault(linkfault::kind::noPassword, {}, 0, to.address.account()));
@@ -152,11 +157,11 @@ void linkkeeper::tryNow()
 void linkkeeper::dialed()
 {
     standing = true;
-    Q_EMIT status(u"Connected, logging in\u2026"_s);
     if (dial.replacesPin()) {
         memory->setPin(target.host, target.port, {});
         Q_EMIT status(target.host + u" has a verified certificate now");
     }
+    Q_EMIT status(u"Connected, logging in\u2026"_s);
     welcomeTime.start(maxWelcome);
     heard();
     Q_EMIT established();

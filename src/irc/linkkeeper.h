@@ -18,6 +18,8 @@ class linkkeeper : public QObject
 
 public:
     linkkeeper();
+    /// Remembers what the host has promised of TLS: a link that stands ends now.
+    ~linkkeeper() override;
 
     /// Connects to `to` from now on, until stop().
     void start(const destination &to);
@@ -33,6 +35,8 @@ public:
     /// Whether there is a session by address, connected or not.
     bool isActive() const { return active; }
     bool isEncrypted() const { return target.encrypted; }
+    /// Whether nobody on the way can read what we send: over TLS, or to this machine itself.
+    bool isPrivate() const { return target.encrypted || to.address.isLoopback(); }
     const destination &where() const { return to; }
     /// The length of nicks that this host has told in an earlier connection, or 0.
     int maxNick() const { return nickLength; }
@@ -58,7 +62,7 @@ public:
     /// The user wants no connection any more. One that stands is ended by the server, which has been asked to.
     void quitting();
 
-    /// May be null: then nothing is remembered.
+    /// Must outlive this. May be null: then nothing is remembered.
     linkmemory *memory = nullptr;
 
 Q_SIGNALS:

@@ -38,7 +38,6 @@ public:
     void timeOut() { negotiation.timeOut(); }
     bool isLoggingIn() const { return negotiation.isLoggingIn(); }
     const stsoffer &sts() const { return negotiation.sts(); }
-    bool wantsUpgrade() const { return negotiation.result() == capnegotiation::outcome::upgrade; }
 
     /// A welcome (001) has come. False if it is not the first one of this connection.
     bool welcome();

@@ -42,9 +42,13 @@ void server(connection &conn, QTextStream &args, const QString & /*target*/)
 
 void quit(connection &conn, QTextStream &args, const QString & /*target*/)
 {
+    const bool sent = conn.send(u"QUIT :" + rest(args));
+    // Too long for the server, which has been said.
+    if (!sent && conn.isConnected())
+        return;
     conn.keeper.quitting();
     // Only what was tried ends then.
-    if (!conn.send(u"QUIT :" + rest(args)))
+    if (!sent)
         Q_EMIT conn.state(u"Not connected"_s);
 }
 

@@ -52,6 +52,8 @@ ircsession::ircsession(tabwindow *window)
     conn.keeper.memory = &links;
     connect(&conn, &connection::disconnected, this, &ircsession::socketDisconnect);
     connect(&conn, &connection::errormsg, this, &ircsession::errormsg);
+    connect(&conn, &connection::noAddress, this,
+            [this](const QString &why) { tabs.frontTab()->message(why); });
     connect(&conn, &connection::privmsg, this, &ircsession::parsePrivmsg);
     connect(&conn, &connection::notice, this, &ircsession::parseNotice);
     connect(&conn, &connection::ctcpnotice, this, &ircsession::parseNotice);
@@ -249,7 +251,7 @@ void ircsession::parseNotice(ircmessage *msg)
     else if (!events.addressedToMe(msg))
         tab = tabForMessage(msg);
     else if (tab = tabs.findTab(sender); tab == nullptr)
-        tab = tabs.topTab;
+        tab = conn.manner.sortsReplies ? tabs.frontTab() : tabs.topTab;
     announce(tab, e);
     tab->notice(sender, e.text);
 }

@@ -164,8 +164,10 @@ sortedreply sortReply(const ircmessage &message, const isupport &rules)
     // RFC 2812, 5: the first parameter of a numeric is our nick, and those from 400 to 599 are errors.
     const int first = isNumeric(command) ? 1 : 0;
     const bool isError = first == 1 && command >= "400"_L1 && command < "600"_L1;
+    // An error that names a channel belongs there, whatever it says of nicks.
+    const bool ofChannel = isError && rules.isChannel(message.param(first, true));
     for (const replyrow &row : rows) {
-        if (command != row.command)
+        if (command != row.command || (ofChannel && row.where == front))
             continue;
         const QString name = message.param(command == "341"_L1 ? 2 : first, true);
         const bool empties = command == "TOPIC"_L1 && message.param(1, true).isEmpty();

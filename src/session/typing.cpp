@@ -5,6 +5,7 @@
 #include "ignorelist.h"
 #include "logbook.h"
 #include "plaintab.h"
+#include "secret.h"
 #include "tabkeeper.h"
 #include "tabwindow.h"
 #include "usercommands.h"
@@ -78,7 +79,7 @@ void typing::take(const QString &text, irctab *tab)
     if (text.isEmpty())
         return;
     if (!isCommand(text))
-        return say(tab, spoken(text), false);
+        return say(tab, tab, spoken(text), false);
     if (tab != tabs.serverTab && usercommands::isClose(text))
         return tabs.closeTab(tab);
     QString args;
@@ -95,26 +96,32 @@ void typing::perform(const QString &line)
 {
     QString args;
     const QString name = line.startsWith(u'/') ? usercommands::wordOf(line, &args) : QString();
-    if (name != u"SERVER" && name != u"QUIT")
-        take(line, tabs.serverTab);
+    if (name == u"SERVER" || name == u"QUIT")
+        return;
+    // Nobody is there to see that it would leave without TLS.
+    if (!conn.keeper.isPrivate() && withoutSecrets({}, line) != line)
+        return tabs.serverTab->message(u"Not sent: a password needs ircs://"_s);
+    take(line, tabs.serverTab);
 }
 
 // --- the words ---
 
 void typing::act(irctab *tab, const QString &args)
 {
-    say(tab, args, true);
+    say(tab, tab, args, true);
 }
 
-void typing::query(irctab * /*tab*/, const QString &args)
+void typing::query(irctab *tab, const QString &args)
 {
     const QString nick = args.section(u' ', 0, 0);
     const QString text = args.section(u' ', 1).trimmed();
     if (nick.isEmpty())
         return;
+    if (!text.isEmpty() && !conn.isReady())
+        return tab->refuseInput(noConnection());
     tabs.openQuery(nick);
     if (!text.isEmpty())
-        say(tabs.findTab(nick), text, false);
+        say(tab, tabs.findTab(nick), text, false);
 }
 
 void typing::ignore(irctab *tab, const QString &args)
@@ -150,12 +157,12 @@ QString typing::obstacle(const irctab *tab) const
     return conn.isReady() ? QString() : noConnection();
 }
 
-void typing::say(irctab *tab, const QString &text, bool action)
+void typing::say(irctab *typedIn, const irctab *to, const QString &text, bool action)
 {
-    if (const QString why = obstacle(tab); !why.isEmpty())
-        tab->refuseInput(why);
-    else if (!text.isEmpty() && !conn.say(tab->tabName(), text, action))
-        tab->refuseInput(tooLong());
+    if (const QString why = obstacle(to); !why.isEmpty())
+        typedIn->refuseInput(why);
+    else if (!text.isEmpty() && !conn.say(to->tabName(), text, action))
+        typedIn->refuseInput(tooLong());
 }
 
 void typing::sayLines(irctab *tab, const QStringList &lines)

@@ -36,7 +36,7 @@ public:
     /// Does what `text` says, which was typed in `tab`.
     void take(const QString &text, irctab *tab);
     /// Does a line of a preset's "Perform", as if it were typed in the tab of the server. One that would lead away from
-    /// the connection does nothing.
+    /// the connection does nothing, and one with a password is not sent where others could read it.
     void perform(const QString &line);
 
 private:
@@ -50,7 +50,8 @@ private:
     void unignore(irctab *tab, const QString &args);
     void log(irctab *tab, const QString &args);
 
-    void say(irctab *tab, const QString &text, bool action);
+    /// Says `text` to whom the tab `to` is for; where it was typed, the user reads why that cannot be.
+    void say(irctab *typedIn, const irctab *to, const QString &text, bool action);
     /// Says all of the pasted lines, or none. None is taken as a command.
     void sayLines(irctab *tab, const QStringList &lines);
     /// Why nothing can be said in `tab`; empty if it can.
