@@ -20,6 +20,7 @@
 
 #include "../user.h"
 #include "countdown.h"
+#include "preferences.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -101,6 +102,11 @@ void fuzz(const QByteArray &input)
     QList<QTcpSocket *> clients;
     QByteArray sent;
     user person;
+    preferences wanted;
+    wanted.highlights = {u"lunch"_s};
+    wanted.ignored = {u"eve!*@*"_s};
+    wanted.logs = true;
+    wanted.save(u"parlo"_s, {});
     person.connectTo(server.serverPort(), u"me"_s, u"#parlo"_s);
     tabbar *bar = person.window()->tabBar;
     const QStackedWidget *pages = person.window()->widgetStack;

@@ -20,6 +20,7 @@ int LLVMFuzzerInitialize(int *argc, char ***argv)
     static const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     // It is never deleted, because nothing calls us at the end of the process.
     static const auto *app = new QApplication(*argc, *argv);
     Q_UNUSED(app);
