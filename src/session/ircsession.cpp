@@ -20,14 +20,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct memberrow
+struct membercommand
 {
-    memberaction what;
+    memberaction what = memberaction::query;
     /// What the user would type in the tab of the channel, in front of the nick.
     QLatin1StringView typed;
 };
 
-constexpr memberrow memberRows[] = {
+constexpr membercommand memberCommands[] = {
     {memberaction::whois, "/whois "_L1},
     {memberaction::ignore, "/ignore "_L1},
     {memberaction::kick, "/kick "_L1},
@@ -113,7 +113,7 @@ void ircsession::memberAsked(memberaction what, const QString &nick, channeltab 
     // In a classic session, no typed word does this.
     if (what == memberaction::query)
         return tabs.openQuery(nick);
-    const auto *row = std::ranges::find(memberRows, what, &memberrow::what);
+    const auto *row = std::ranges::find(memberCommands, what, &membercommand::what);
     userInput(QString(row->typed).replace("CHANNEL"_L1, tab->tabName()) + nick, tab);
 }
 
