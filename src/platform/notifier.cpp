@@ -84,7 +84,9 @@ notifier::~notifier()
         connecting->wait();
     for (const note &shown : std::as_const(notes))
         close(shown.id);
-    QDBusConnection::disconnectFromBus(connectionName);
+    // Even this would start the library's thread.
+    if (connecting || !bus.name().isEmpty())
+        QDBusConnection::disconnectFromBus(connectionName);
 }
 
 void notifier::notify(const QString &key, const QString &title, const QString &body)
