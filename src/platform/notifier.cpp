@@ -134,10 +134,15 @@ void notifier::advance()
 // The library waits for the bus, up to 25 s.
 void notifier::connectToBus()
 {
-    connecting = QThread::create([address = busAddress()] {
+    const QString address = busAddress();
+    if (address.isEmpty()) {
+        changeDaemon({});
+        giveUp();
+        return;
+    }
+    connecting = QThread::create([address] {
         QDBusConnection::disconnectFromBus(connectionName);
-        if (!address.isEmpty())
-            QDBusConnection::connectToBus(address, connectionName);
+        QDBusConnection::connectToBus(address, connectionName);
     });
     connecting->setParent(this);
     connect(connecting, &QThread::finished, this, &notifier::listen);
