@@ -75,7 +75,7 @@ QString logs(const QString &script)
         if (verb == u"say") {
             log.flush();
         } else if (verb == u"appears") {
-            if (!QTest::qWaitFor([&] { return QFile::exists(log.pathOf(u"Net"_s, u"#a"_s)); }))
+            if (!QTest::qWaitFor([&] { return QFile::exists(log.folder() + u"/%4eet/#a.log"); }))
                 seen += u"no log"_s;
         } else if (verb == u"tail") {
             for (const logline &line : log.tail(u"Net"_s, u"#a"_s, rest.toInt()))

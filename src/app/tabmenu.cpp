@@ -29,6 +29,7 @@ bool tabmenu::eventFilter(QObject *watched, QEvent *event)
 void tabmenu::open(const QPoint &where)
 {
     auto *menu = new QMenu(bar);
+    menu->setAccessibleName(tr("Menu of Parlo"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Settings…"), this, &tabmenu::settingsWanted);
     menu->popup(where);

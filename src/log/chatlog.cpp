@@ -86,8 +86,3 @@ QString chatlog::folder() const
 {
     return logfile::topOf(data);
 }
-
-QString chatlog::pathOf(const QString &network, const QString &name) const
-{
-    return logfile(data, logname(network), logname(name)).path();
-}

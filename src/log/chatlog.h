@@ -36,9 +36,8 @@ public:
     /// Writes what was collected.
     void flush();
 
-    /// The folder of all logs, which may not exist yet; and the file of one.
+    /// The folder of all logs, which may not exist yet.
     QString folder() const;
-    QString pathOf(const QString &network, const QString &name) const;
 
 Q_SIGNALS:
     /// Lines were lost; `why` is for people. Comes once.

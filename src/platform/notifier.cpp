@@ -84,7 +84,9 @@ notifier::~notifier()
         connecting->wait();
     for (const note &shown : std::as_const(notes))
         close(shown.id);
-    QDBusConnection::disconnectFromBus(connectionName);
+    // Even this would start the library's thread.
+    if (connecting || !bus.name().isEmpty())
+        QDBusConnection::disconnectFromBus(connectionName);
 }
 
 void notifier::notify(const QString &key, const QString &title, const QString &body)
@@ -132,10 +134,15 @@ void notifier::advance()
 // The library waits for the bus, up to 25 s.
 void notifier::connectToBus()
 {
-    connecting = QThread::create([address = busAddress()] {
+    const QString address = busAddress();
+    if (address.isEmpty()) {
+        changeDaemon({});
+        giveUp();
+        return;
+    }
+    connecting = QThread::create([address] {
         QDBusConnection::disconnectFromBus(connectionName);
-        if (!address.isEmpty())
-            QDBusConnection::connectToBus(address, connectionName);
+        QDBusConnection::connectToBus(address, connectionName);
     });
     connecting->setParent(this);
     connect(connecting, &QThread::finished, this, &notifier::listen);

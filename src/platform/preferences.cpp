@@ -116,6 +116,7 @@ int preferences::stepped(int size, int steps)
 QStringList preferences::words(const QString &text)
 {
     QStringList all = QString(text).replace(u',', u' ').simplified().split(u' ', Qt::SkipEmptyParts);
+    all.removeIf([](const QString &word) { return word.size() > maxHighlight; });
     all.removeDuplicates();
-    return all;
+    return all.first(qMin(all.size(), maxHighlights));
 }

@@ -40,6 +40,9 @@ struct preferences
     static constexpr int maxUserListWidth = 2000;
     static constexpr int minFont = 4;
     static constexpr int maxFont = 40;
+    /// In words, and in characters of a word. Every line that somebody says is searched for all of them.
+    static constexpr qsizetype maxHighlights = 100;
+    static constexpr qsizetype maxHighlight = 100;
 
     /// Reads the file. A missing or impossible value becomes the default.
     static preferences load(const QString &config);
@@ -49,7 +52,7 @@ struct preferences
 
     /// The font size `steps` points above `size`, within the minimum and the maximum.
     static int stepped(int size, int steps);
-    /// The words of a text that has spaces or commas between them, each once.
+    /// The words of a text that has spaces or commas between them, each once; without those beyond the maximum.
     static QStringList words(const QString &text);
 
     friend bool operator==(const preferences &, const preferences &) = default;

@@ -4,6 +4,7 @@
 #include "event.h"
 #include "formatting.h"
 #include "irctab.h"
+#include "isupport.h"
 #include "tabbar.h"
 #include "tabkeeper.h"
 #include "tabwindow.h"
@@ -13,10 +14,13 @@
 
 namespace {
 
+/// A notification shows less, but some characters are only codes.
+constexpr qsizetype maxRead = 2048;
+
 QString withoutCodes(const QString &said)
 {
     QString plain;
-    for (const textrun &run : formatted(said))
+    for (const textrun &run : formatted(said.left(maxRead)))
         plain += run.text;
     return plain;
 }
@@ -36,9 +40,9 @@ void attention::happened(const struct event &what, irctab *tab)
     QApplication::alert(window);
     if (!window->prefs().notifies)
         return;
-    const QString nick = unformatted(what.who.nick());
-    const QString where = tab->shownName();
-    desktop.notify(tab->tabName(), nick == where ? nick : tr("%1 in %2").arg(nick, where),
+    const QString nick = unformatted(what.who.nick().left(maxRead));
+    const bool isTheirs = tab->rules->same(what.who.nick(), tab->tabName());
+    desktop.notify(tab->tabName(), isTheirs ? nick : tr("%1 in %2").arg(nick, tab->shownName()),
                    withoutCodes(what.text));
 }
 
@@ -52,6 +56,8 @@ void attention::bringToFront(const QString &tabName)
 {
     if (const irctab *tab = tabs.findTab(tabName))
         window->tabBar->setCurrentTab(tab->tabId);
+    // Not every window manager shows a minimized window that wants to be the active one.
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
     window->raise();
     window->activateWindow();

@@ -45,7 +45,7 @@ ircuserbox::ircuserbox(QWidget *parent)
     holding.setSingleShot(true);
     holding.setInterval(longerPress);
     connect(&holding, &QTimer::timeout, this,
-            [this] { showMenu(indexAt(heldAt), viewport()->mapToGlobal(heldAt)); });
+            [this] { showMenu(indexOf(held), viewport()->mapToGlobal(heldAt)); });
 }
 
 void ircuserbox::follow(const isupport &serverRules, const manners &sessionManner, const ircuser &we)
@@ -69,9 +69,9 @@ bool ircuserbox::viewportEvent(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::Gesture:
-        if (const QGesture *held = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture)) {
-            if (held->state() == Qt::GestureFinished)
-                hold(viewport()->mapFromGlobal(held->hotSpot().toPoint()));
+        if (const QGesture *press = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture)) {
+            if (press->state() == Qt::GestureFinished)
+                hold(viewport()->mapFromGlobal(press->hotSpot().toPoint()));
             return true;
         }
         break;
@@ -79,7 +79,7 @@ bool ircuserbox::viewportEvent(QEvent *event)
     case QEvent::MouseButtonRelease:
         if (holding.isActive()) {
             holding.stop();
-            Q_EMIT doubleClicked(indexAt(heldAt));
+            Q_EMIT asked(memberaction::query, held);
         }
         break;
     case QEvent::TouchCancel:
@@ -95,8 +95,14 @@ bool ircuserbox::viewportEvent(QEvent *event)
 void ircuserbox::hold(const QPoint &point)
 {
     heldAt = point;
-    if (indexAt(point).isValid())
+    held = nickAt(indexAt(point));
+    if (!held.isEmpty())
         holding.start();
+}
+
+QModelIndex ircuserbox::indexOf(const QString &nick) const
+{
+    return rows->index(static_cast<int>(rows->roster().find(nick, rules->caseOfNames())));
 }
 
 void ircuserbox::contextMenuEvent(QContextMenuEvent *event)

@@ -45,6 +45,8 @@ protected:
 
 private:
     void hold(const QPoint &point);
+    /// The row of a member; invalid if there is none of that nick.
+    QModelIndex indexOf(const QString &nick) const;
     /// Opens the menu of the member at a row; `at` is on the screen.
     void showMenu(const QModelIndex &row, const QPoint &at);
 
@@ -53,7 +55,9 @@ private:
     const isupport *rules;
     const manners *manner;
     const ircuser *us = nullptr;
-    /// Runs while a finger that has made a long press is still down, at this point.
+    /// Runs while a finger that has made a long press is still down, on this member and at this point. Another one may
+    /// come to stand there meanwhile.
     QTimer holding{this};
+    QString held;
     QPoint heldAt;
 };

@@ -4,6 +4,8 @@
 #include "logview.h"
 #include "weblink.h"
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -85,6 +87,11 @@ bool linkwalk::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && isAt() && press(static_cast<QKeyEvent *>(event)->key()))
         return true;
+    if (event->type() == QEvent::ContextMenu && isAt()) {
+        const QPoint here = view->rectOf(current.first).center();
+        QContextMenuEvent onLink(QContextMenuEvent::Keyboard, here, view->viewport()->mapToGlobal(here));
+        return QCoreApplication::sendEvent(view->viewport(), &onLink);
+    }
     if (event->type() == QEvent::FocusOut) {
         const auto why = static_cast<QFocusEvent *>(event)->reason();
         // A menu or another window gives the focus back.

@@ -9,8 +9,8 @@
 
 class logview;
 
-/// The keyboard's way through the web addresses that are in view: each step selects the next one. Return opens it, Up
-/// and Down go on, Escape leaves.
+/// The keyboard's way through the web addresses that are in view: each step selects the next one. Return opens it, the
+/// menu key opens its menu, Up and Down go on, Escape leaves.
 class linkwalk : public QObject
 {
     Q_OBJECT

@@ -142,9 +142,13 @@ bool loghands::hold(QGestureEvent &event)
 bool loghands::showMenu(const QPoint &point)
 {
     auto *menu = new QMenu(view);
+    menu->setAccessibleName(tr("Menu of the text"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QUrl address = view->addressAt(point);
-    const auto copyAddress = [text = address.toString()] { QApplication::clipboard()->setText(text); };
+    // With spaces and the like as they are, it would end there when it is pasted.
+    const auto copyAddress = [text = address.toString(QUrl::FullyEncoded)] {
+        QApplication::clipboard()->setText(text);
+    };
     if (address.isValid() && view->showsLinks()) {
         menu->addAction(tr("&Open"), view, [address] { QDesktopServices::openUrl(address); });
         menu->addAction(tr("Copy &address"), view, copyAddress);
