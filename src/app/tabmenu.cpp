@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tabmenu.h"
 
+#include "fingerstyle.h"
+
 #include <QContextMenuEvent>
 #include <QGestureEvent>
 #include <QMenu>
@@ -17,9 +19,13 @@ bool tabmenu::eventFilter(QObject *watched, QEvent *event)
         open(static_cast<QContextMenuEvent *>(event)->globalPos());
         return true;
     }
+    if (event->type() == QEvent::TouchBegin)
+        mayHold = true;
+    else if (event->type() == QEvent::MouseButtonPress)
+        mayHold = static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
     if (event->type() == QEvent::Gesture) {
         const QGesture *hold = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture);
-        if (hold != nullptr && hold->state() == Qt::GestureFinished)
+        if (hold != nullptr && mayHold && hold->state() == Qt::GestureFinished)
             open(hold->hotSpot().toPoint());
         return true;
     }
@@ -29,6 +35,7 @@ bool tabmenu::eventFilter(QObject *watched, QEvent *event)
 void tabmenu::open(const QPoint &where)
 {
     auto *menu = new QMenu(bar);
+    fingerstyle::apply(menu);
     menu->setAccessibleName(tr("Menu of Parlo"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Settings…"), this, &tabmenu::settingsWanted);

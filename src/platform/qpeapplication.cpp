@@ -3,6 +3,7 @@
 
 #include "fingers.h"
 
+#include <QPalette>
 #include <QScreen>
 #include <QWidget>
 
@@ -14,6 +15,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize desktopSize(480, 640);
+/// Of 255: how much of the text's colour its grey has, as in Qt's own palettes.
+constexpr int greyAlpha = 128;
+/// Of 255: a grey that is nearer to the background cannot be read.
+constexpr int minGreyStep = 64;
 
 /// Whether a window fills this screen: it is small, or there is no window manager.
 bool isHandheld(const QScreen &screen)
@@ -64,6 +69,7 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
     : QApplication((beginScreenSearch(), argc), argv)
 {
     endScreenSearch();
+    mendGrey();
     // On Wayland a window gets its icon from the desktop file.
     setDesktopFileName(u"chat.parlo.Parlo"_s);
     // There Qt draws all windows into the first one, and when that closes the screen stays dark.
@@ -75,6 +81,32 @@ QPEApplication::QPEApplication(int &argc, char **argv, Type /*type*/)
 }
 
 QPEApplication::~QPEApplication() = default;
+
+bool QPEApplication::event(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        mendGrey();
+    return QApplication::event(event);
+}
+
+void QPEApplication::mendGrey()
+{
+    const QPalette now = palette();
+    // Only what is set here; the rest still follows the desktop.
+    QPalette mended;
+    mended.setResolveMask(0);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const QColor grey = now.color(group, QPalette::PlaceholderText);
+        const int base = qGray(now.color(group, QPalette::Base).rgb());
+        const int shown = base + (qGray(grey.rgb()) - base) * grey.alpha() / 255;
+        QColor wanted = now.color(group, QPalette::Text);
+        wanted.setAlpha(greyAlpha);
+        if (qAbs(shown - base) < minGreyStep && wanted != grey)
+            mended.setColor(group, QPalette::PlaceholderText, wanted);
+    }
+    if (mended.resolveMask() != 0)
+        setPalette(mended);
+}
 
 void QPEApplication::showMainWidget(QWidget *window, bool noMaximize)
 {

@@ -23,6 +23,12 @@ public:
     /// set. Elsewhere it is an ordinary window, 480 x 640 pixels unless it was given a size.
     static void showMainWidget(QWidget *window, bool noMaximize);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
+    /// Not every theme that is dark has a grey that can be read there: some leave that of a light one.
+    static void mendGrey();
+
     std::unique_ptr<QWidget> backdrop;
 };

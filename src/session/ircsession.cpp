@@ -87,7 +87,8 @@ ircsession::ircsession(tabwindow *window)
 ircsession::~ircsession()
 {
     lastsession here;
-    if (mainWindow->prefs().reopens && conn.manner.negotiates && conn.isRegistered())
+    // Between two tries as well: a handheld is often out of reach.
+    if (mainWindow->prefs().reopens && conn.keeper.isActive() && !conn.wantedNick().isEmpty())
         here = {conn.keeper.where().address, conn.keeper.where().port, conn.wantedNick(), conn.channels};
     here.save();
 }

@@ -70,6 +70,8 @@ typing::typing(const rooms &ofSession)
 
 void typing::watch(irctab *tab)
 {
+    if (tab == tabs.serverTab)
+        return;
     tab->mindLines([this, tab](const QString &typed) { return piecesOf(tab, typed); },
                    [this, tab](const QStringList &lines) { sayLines(tab, lines); });
 }
@@ -129,17 +131,19 @@ void typing::ignore(irctab *tab, const QString &args)
     const QString list = ignored.entries().join(u' ');
     if (args.isEmpty())
         return tab->message(list.isEmpty() ? u"Nobody is ignored"_s : u"Ignored: " + list);
-    const QString who = args.section(u' ', 0, 0);
-    const bool added = ignored.add(who, conn.supports);
-    tab->message((added ? u"Ignored from now on: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    for (const QString &who : args.split(u' ', Qt::SkipEmptyParts)) {
+        const bool added = ignored.add(who, conn.supports);
+        tab->message((added ? u"Ignored from now on: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    }
     window->prefer(&preferences::ignored, ignored.entries());
 }
 
 void typing::unignore(irctab *tab, const QString &args)
 {
-    const QString who = args.section(u' ', 0, 0);
-    const bool removed = ignored.remove(who, conn.supports);
-    tab->message((removed ? u"No longer ignored: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    for (const QString &who : args.split(u' ', Qt::SkipEmptyParts)) {
+        const bool removed = ignored.remove(who, conn.supports);
+        tab->message((removed ? u"No longer ignored: "_s : u"Nothing changes: "_s) + ignorelist::maskOf(who));
+    }
     window->prefer(&preferences::ignored, ignored.entries());
 }
 

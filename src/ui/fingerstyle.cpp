@@ -3,6 +3,7 @@
 
 #include "fingers.h"
 
+#include <QStyleOptionMenuItem>
 #include <QStyleOptionSlider>
 #include <QWidget>
 
@@ -32,4 +33,14 @@ int fingerstyle::pixelMetric(PixelMetric metric, const QStyleOption *option, con
     // button in the corner.
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     return bar != nullptr && bar->orientation == Qt::Horizontal ? fingerHeight(usual) : qMax(usual, barSize);
+}
+
+QSize fingerstyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                    const QWidget *widget) const
+{
+    const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
+    const auto *entry = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+    if (type != CT_MenuItem || entry == nullptr || entry->menuItemType == QStyleOptionMenuItem::Separator)
+        return usual;
+    return {usual.width(), fingerHeight(usual.height())};
 }

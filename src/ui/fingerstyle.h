@@ -4,7 +4,7 @@
 #include <QProxyStyle>
 
 /// The style of the program, except that some parts are larger for fingers: the scroll buttons of a tab bar,
-/// scroll bars, and the button in the corner between them.
+/// scroll bars, the button in the corner between them, and the entries of menus.
 class fingerstyle : public QProxyStyle
 {
     Q_OBJECT
@@ -14,4 +14,6 @@ public:
     static void apply(QWidget *widget);
 
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override;
 };

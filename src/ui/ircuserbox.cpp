@@ -68,9 +68,15 @@ void ircuserbox::keyPressEvent(QKeyEvent *event)
 bool ircuserbox::viewportEvent(QEvent *event)
 {
     switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        mayHold = static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
+        break;
+    case QEvent::TouchBegin:
+        mayHold = true;
+        break;
     case QEvent::Gesture:
         if (const QGesture *press = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture)) {
-            if (press->state() == Qt::GestureFinished)
+            if (mayHold && press->state() == Qt::GestureFinished)
                 hold(viewport()->mapFromGlobal(press->hotSpot().toPoint()));
             return true;
         }
@@ -107,6 +113,7 @@ QModelIndex ircuserbox::indexOf(const QString &nick) const
 
 void ircuserbox::contextMenuEvent(QContextMenuEvent *event)
 {
+    holding.stop();
     if (event->reason() == QContextMenuEvent::Keyboard)
         showMenu(currentIndex(), viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     else

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "loghands.h"
 
+#include "fingerstyle.h"
 #include "logview.h"
 
 #include <QApplication>
@@ -142,6 +143,7 @@ bool loghands::hold(QGestureEvent &event)
 bool loghands::showMenu(const QPoint &point)
 {
     auto *menu = new QMenu(view);
+    fingerstyle::apply(menu);
     menu->setAccessibleName(tr("Menu of the text"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QUrl address = view->addressAt(point);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "membermenu.h"
 
+#include "fingerstyle.h"
 #include "formatting.h"
 #include "ircchanneluser.h"
 
@@ -43,6 +44,7 @@ constexpr entry entries[] = {
 
 membermenu::membermenu(const ircchanneluser &member, circumstances when, QWidget *parent) : QMenu(parent)
 {
+    fingerstyle::apply(this);
     setAttribute(Qt::WA_DeleteOnClose);
     const QString nick = fontMetrics().elidedText(unformatted(member.nick().left(maxRead)), Qt::ElideMiddle,
                                                   maxWidth * fontMetrics().averageCharWidth());
