@@ -9,7 +9,7 @@
 class QDBusMessage;
 class QThread;
 
-/// Desktop notifications (Desktop Notifications Specification 1.2, org.freedesktop.Notifications on the session bus).
+/// Desktop notifications (org.freedesktop.Notifications 1.2, on the session bus).
 ///
 /// Each key, such as the name of a tab, has one notification at most. Nothing is asked before the first one. No call waits.
 /// Without a bus or a daemon nothing happens, and the next notification tries again.
