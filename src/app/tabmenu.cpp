@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tabmenu.h"
 
+#include "fingers.h"
 #include "fingerstyle.h"
 
 #include <QContextMenuEvent>
@@ -19,13 +20,10 @@ bool tabmenu::eventFilter(QObject *watched, QEvent *event)
         open(static_cast<QContextMenuEvent *>(event)->globalPos());
         return true;
     }
-    if (event->type() == QEvent::TouchBegin)
-        mayHold = true;
-    else if (event->type() == QEvent::MouseButtonPress)
-        mayHold = static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
+    holds = mayHold(*event, holds);
     if (event->type() == QEvent::Gesture) {
         const QGesture *hold = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture);
-        if (hold != nullptr && mayHold && hold->state() == Qt::GestureFinished)
+        if (hold != nullptr && holds && hold->state() == Qt::GestureFinished)
             open(hold->hotSpot().toPoint());
         return true;
     }

@@ -24,6 +24,6 @@ private:
     void open(const QPoint &where);
 
     QWidget *bar;
-    /// Whether what is down now is a finger or the left button: Qt takes any button for a long press.
-    bool mayHold = false;
+    /// Whether what is down may become a long press.
+    bool holds = false;
 };

@@ -54,7 +54,7 @@ public:
     /// Says `text` to `target`, as an action (CTCP draft) or not, in as many lines as it takes; said() tells what goes out.
     /// False if it would take too many.
     bool say(const QString &target, const QString &text, bool action);
-    /// In how many lines say() would send `text`; 0 if that are too many.
+    /// The number of lines that say() would send for `text`; 0 if it would refuse that many.
     qsizetype piecesOf(const QString &target, const QString &text, bool action) const;
     /// Says each of these texts, at a pace that servers bear. False, and nothing is said, if one of them would take too many.
     bool say(const QString &target, const QStringList &texts);

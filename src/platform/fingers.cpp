@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QInputDevice>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QWidget>
 
@@ -44,4 +45,11 @@ bool fingersUsed()
 int fingerHeight(int usual)
 {
     return fingersUsed() ? std::max(usual, fingerSize) : usual;
+}
+
+bool mayHold(const QEvent &event, bool before)
+{
+    if (event.type() == QEvent::MouseButtonPress)
+        return static_cast<const QMouseEvent &>(event).button() == Qt::LeftButton;
+    return before || event.type() == QEvent::TouchBegin;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+class QEvent;
 class QScreen;
 class QWidget;
 
@@ -19,3 +20,7 @@ bool fingersUsed();
 
 /// The height, in pixels, of a row or a button that is usually `usual` high: more where fingers are used.
 int fingerHeight(int usual);
+
+/// Whether what is down may become a long press: a finger or the left button. Qt's gesture takes any button. `event` is the
+/// latest one of a widget; if it presses nothing, the answer stays as it was `before`.
+bool mayHold(const QEvent &event, bool before);

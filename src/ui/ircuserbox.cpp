@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ircuserbox.h"
 
+#include "fingers.h"
 #include "ircchannel.h"
 #include "isupport.h"
 #include "manners.h"
@@ -67,16 +68,11 @@ void ircuserbox::keyPressEvent(QKeyEvent *event)
 
 bool ircuserbox::viewportEvent(QEvent *event)
 {
+    holds = mayHold(*event, holds);
     switch (event->type()) {
-    case QEvent::MouseButtonPress:
-        mayHold = static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
-        break;
-    case QEvent::TouchBegin:
-        mayHold = true;
-        break;
     case QEvent::Gesture:
         if (const QGesture *press = static_cast<QGestureEvent *>(event)->gesture(Qt::TapAndHoldGesture)) {
-            if (mayHold && press->state() == Qt::GestureFinished)
+            if (holds && press->state() == Qt::GestureFinished)
                 hold(viewport()->mapFromGlobal(press->hotSpot().toPoint()));
             return true;
         }

@@ -60,6 +60,6 @@ private:
     QTimer holding{this};
     QString held;
     QPoint heldAt;
-    /// Whether what is down now is a finger or the left button: Qt takes any button for a long press.
-    bool mayHold = false;
+    /// Whether what is down may become a long press.
+    bool holds = false;
 };
